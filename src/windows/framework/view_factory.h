@@ -1,0 +1,32 @@
+#pragma once
+
+#include <memory>
+
+namespace JobRunner
+{
+
+class IProgressWindowView;
+class IFileErrorWindowView;
+
+/// Makes the views of this system.
+class IViewFactory
+{
+public:
+    virtual ~IViewFactory() = default;
+    /// `operation` is a `ProgressOperation` and selects the title.
+    virtual std::unique_ptr<IProgressWindowView> createProgressWindowView(int operation) = 0;
+    virtual std::unique_ptr<IFileErrorWindowView> createFileErrorWindowView() = 0;
+};
+
+/// The views that this program was built with.
+IViewFactory& nativeViews();
+/// The views in use: the native ones, or those that a test has put in their place.
+IViewFactory& viewFactory();
+/// Replaces the views in use; null puts the native ones back. First thread, while no other thread runs.
+void setViewFactory(IViewFactory* factory);
+
+/// Module and entry point of the custom controls, set once while the modules load (null when there are none).
+void setControlModule(void* module);
+void* controlModule();
+
+} // namespace JobRunner
