@@ -20,7 +20,8 @@ public:
     virtual void unload(ModuleHandle module) = 0;
     /// `GetModuleFileNameW` with a buffer of 1024 characters; null means the running program. Empty on failure.
     virtual std::wstring fileName(ModuleHandle module) = 0;
-    /// File name of a module of the suite on this system, from its name without an extension.
+    /// File name of a module of the suite on this system, from its name without an extension. Empty where this
+    /// system has no such module.
     virtual std::wstring moduleFileName(const std::wstring& name) = 0;
 };
 

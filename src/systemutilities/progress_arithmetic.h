@@ -13,5 +13,7 @@ double percentOfDouble(std::uint64_t part, std::uint64_t total, int decimals);
 std::int32_t percentOf(std::uint64_t part, std::uint64_t total);
 /// Seconds left at the speed so far. Neither 0 elapsed seconds nor a speed of 0 divides by zero.
 std::uint64_t EstimateRemainingSeconds(std::uint64_t done, std::uint32_t elapsedSeconds, std::uint64_t remaining);
+/// Cuts the fraction off. What is not a 32-bit number, or no number at all, gives -2147483648.
+std::int32_t cutToInteger(double value);
 
 } // namespace Halden::SystemUtilities

@@ -46,10 +46,12 @@ public:
     void setHalfFileMode(bool on);
 
 private:
+    // With the lock held.
+    void showFile(bool wiping);
     void refresh();
-    void showIfHidden();
+    void refreshTime(std::uint64_t done, std::uint64_t bytesLeft);
 
-    std::shared_ptr<IProgressWindowView> view_;
+    std::unique_ptr<IProgressWindowView> view_; ///< null while no window is open
     int operation_ = 0;
     bool cancelled_ = false;
     bool paused_ = false;

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace VaultCore
+{
+
+/// Text of a path as the system has it: bytes on Linux, 16-bit units on Windows. Never converted on the way, so that
+/// a name that is no valid text can be removed too.
+using NativeText = std::filesystem::path::string_type;
+inline constexpr NativeText::value_type NativeSeparator = std::filesystem::path::preferred_separator;
+
+/// Where a name is. `root` is the user's own way to the entry, and links in it are followed; an empty one is the
+/// current folder. `below` is walked from there without following any link.
+struct Place
+{
+    NativeText root;
+    NativeText below;
+};
+
+enum class FileKind
+{
+    File,
+    Folder,
+    /// A link to a file, or anything else that has no content of its own here: its name alone is removed.
+    Link,
+    FolderLink,
+};
+
+/// The same for every name of one file.
+struct FileIdentity
+{
+    std::uint64_t volume = 0;
+    std::uint64_t index = 0;
+    auto operator<=>(const FileIdentity&) const = default;
+};
+
+struct FileInfo
+{
+    FileKind kind = FileKind::File;
+    std::uint64_t size = 0;
+    std::uint64_t names = 1;
+    FileIdentity identity;
+};
+
+/// A part of a file that has storage behind it, in bytes.
+struct Extent
+{
+    std::uint64_t offset = 0;
+    std::uint64_t length = 0;
+};
+
+/// A file opened to be overwritten; no other program has it open. Every operation works on the file that was opened,
+/// whatever its name leads to by then, and throws `FileFailure`.
+class IWipeFile
+{
+public:
+    virtual ~IWipeFile() = default;
+    virtual FileInfo info() = 0;
+    /// In rising order. The last one reaches over the end as far as the file's last block does.
+    virtual std::vector<Extent> extents() = 0;
+    virtual void write(std::uint64_t offset, std::span<const std::uint8_t> bytes) = 0;
+    /// Returns when the device has it.
+    virtual void flush() = 0;
+    virtual void truncate() = 0;
+    /// Gives the file another name in its folder. `NameTaken` when there is one already: nothing is replaced.
+    virtual void rename(const NativeText& name) = 0;
+    virtual void remove() = 0;
+};
+
+/// The operations on files that removing needs. A failed one throws `FileFailure`. Safe on any thread.
+class IFileSystem
+{
+public:
+    virtual ~IFileSystem() = default;
+    /// Place of an entry of the user's; throws `NoName` for a text that names nothing to remove.
+    virtual Place locate(const std::wstring& entry) = 0;
+    virtual std::wstring display(const Place& place) = 0;
+    virtual std::wstring displayName(const NativeText& name) = 0;
+    /// Names that differ only in what this changes are the same name.
+    virtual NativeText fold(const NativeText& name) = 0;
+    /// Of the name itself: a link is not followed.
+    virtual FileInfo inspect(const Place& place) = 0;
+    /// Identity of the folder that holds the name.
+    virtual FileIdentity inspectParent(const Place& place) = 0;
+    /// Names in a folder, without "." and "..". An empty `below` lists `root` itself.
+    virtual std::vector<NativeText> list(const Place& folder) = 0;
+    virtual std::unique_ptr<IWipeFile> openForWipe(const Place& place) = 0;
+    /// Gives a folder another name beside the old one; `NameTaken` when there is one already.
+    virtual void renameFolder(const Place& folder, const NativeText& name) = 0;
+    /// Removes a name: a file's, a link's own, or that of an empty folder. A write protection is taken off first.
+    virtual void remove(const Place& place, FileKind kind) = 0;
+};
+
+/// The one of this system.
+std::unique_ptr<IFileSystem> createFileSystem();
+
+inline Place childOf(const Place& folder, const NativeText& name)
+{
+    return {folder.root, folder.below.empty() ? name : folder.below + NativeSeparator + name};
+}
+
+inline NativeText nameOf(const Place& place)
+{
+    return place.below.substr(place.below.rfind(NativeSeparator) + 1);
+}
+
+/// Folder of a name that lies below another; that of a name directly in `root` has an empty `below`.
+inline Place parentOf(const Place& place)
+{
+    const auto end = place.below.rfind(NativeSeparator);
+    return {place.root, end == NativeText::npos ? NativeText() : place.below.substr(0, end)};
+}
+
+} // namespace VaultCore

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "vaultcore/file_failure.h"
+#include "vaultcore/file_system.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace VaultCore
+{
+
+/// One step of a job.
+struct JobItem
+{
+    enum class Kind
+    {
+        /// A name to remove.
+        File,
+        /// A folder to remove once what it held is gone.
+        Folder,
+        /// An entry that could not be listed.
+        BadEntry,
+        /// A folder inside an entry that could not be listed.
+        BadFolder,
+    };
+
+    Kind kind = Kind::File;
+    /// Changes when a wipe renames the file.
+    Place place;
+    /// The path as the user knows it; for a bad entry its text.
+    std::wstring name;
+    FileInfo info;
+};
+
+/// Turns the entries of a list into the names to remove: files first, then the folders, inner ones before outer ones.
+/// - A folder is listed with all that is in it. A link in it stands for itself and is not followed; nor is a folder
+///   on another volume than the entry's.
+/// - An entry that exists stands for itself, even with `*` or `?` in its name. Any other one with those in its last
+///   segment is a pattern: the files and links of its folder that match, but no folders.
+/// - A name that several entries reach comes once. Several names of one file (hard links) each come once.
+class JobFiles
+{
+public:
+    /// Asked for every file that is found; false ends the listing.
+    using Found = std::function<bool(const JobItem&)>;
+
+    JobFiles(IFileSystem& files, Found found) : files_(files), found_(std::move(found)) {}
+
+    /// What an entry holds. What cannot be read comes as a bad entry or folder.
+    std::vector<JobItem> expandEntry(const std::wstring& entry);
+    /// The same again, after the user has asked to repeat. Throws `FileFailure` when the entry itself fails again.
+    std::vector<JobItem> expandAgain(const JobItem& bad);
+
+    bool stopped() const { return stopped_; }
+    /// Sizes of all names found. A file with several names counts with each, as each is reported when it is removed.
+    std::uint64_t totalSize() const { return totalSize_; }
+    /// How many names of the file are still in the job.
+    std::uint64_t namesOf(const FileIdentity& identity) const;
+    void forgetName(const FileIdentity& identity);
+
+private:
+    std::vector<JobItem> readEntry(const std::wstring& entry);
+    void addTree(const Place& folder, const FileInfo& info, std::vector<JobItem>& items);
+    void addChild(const Place& place, std::vector<JobItem>& items, std::vector<JobItem>& pending);
+    void addMatches(const Place& pattern, std::vector<JobItem>& items);
+    void addFile(const Place& place, const FileInfo& info, std::vector<JobItem>& items);
+    void addBadFolder(const Place& folder, std::vector<JobItem>& items);
+    bool isNew(const Place& place, const FileInfo& info);
+    std::optional<FileInfo> inspectIfThere(const Place& place);
+
+    using NameKey = std::tuple<FileIdentity, FileIdentity, NativeText>;
+
+    IFileSystem& files_;
+    Found found_;
+    std::set<NameKey> known_;
+    std::map<FileIdentity, std::uint64_t> names_;
+    std::uint64_t totalSize_ = 0;
+    bool stopped_ = false;
+};
+
+} // namespace VaultCore

@@ -1,0 +1,90 @@
+#include "zelplatform/files.h"
+
+#include "zelplatform/scratch_folder.h"
+
+#include <cstdlib>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace ZelPlatform
+{
+namespace
+{
+
+class PosixFiles : public ScratchFolder
+{
+};
+
+/// A variable of the environment, put back at the end.
+class Variable
+{
+public:
+    Variable(const char* name, const char* value) : name_(name)
+    {
+        if (const char* former = std::getenv(name))
+            former_ = former;
+        value ? ::setenv(name, value, 1) : ::unsetenv(name);
+    }
+    ~Variable() { former_ ? ::setenv(name_, former_->c_str(), 1) : ::unsetenv(name_); }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+private:
+    const char* name_;
+    std::optional<std::string> former_;
+};
+
+unsigned modeOf(const std::filesystem::path& path)
+{
+    struct stat status = {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0);
+    return status.st_mode & 0777U;
+}
+
+TEST_F(PosixFiles, keepTheCommentFromOtherUsers)
+{
+    ASSERT_TRUE(replacePrivateFile(file("new/jobrunner/comment").wstring(), "x"));
+    EXPECT_EQ(modeOf(file("new")), 0700U);
+    EXPECT_EQ(modeOf(file("new/jobrunner/comment")), 0600U);
+}
+
+TEST_F(PosixFiles, liveInTheFolderOfSettings)
+{
+    const Variable home("HOME", "/home/me");
+    {
+        const Variable settings("XDG_CONFIG_HOME", "/settings");
+        EXPECT_EQ(userCommentFile(), L"/settings/jobrunner/sfx-comment.txt");
+    }
+    for (const char* unset : {static_cast<const char*>(nullptr), "", "relative"})
+    {
+        const Variable settings("XDG_CONFIG_HOME", unset);
+        EXPECT_EQ(userCommentFile(), L"/home/me/.config/jobrunner/sfx-comment.txt");
+    }
+}
+
+TEST_F(PosixFiles, areFoundWithoutAHomeInTheEnvironment)
+{
+    const Variable settings("XDG_CONFIG_HOME", nullptr);
+    const Variable home("HOME", nullptr);
+    EXPECT_TRUE(userCommentFile().ends_with(L"/.config/jobrunner/sfx-comment.txt"));
+}
+
+TEST_F(PosixFiles, areNotPipesOrDevices)
+{
+    ASSERT_EQ(::mkfifo(file("pipe").c_str(), 0600), 0);
+    EXPECT_FALSE(readFile(file("pipe").wstring(), 100));
+    EXPECT_FALSE(readFile(L"/dev/zero", 100));
+}
+
+TEST_F(PosixFiles, areNothingWhenTheyMayNotBeRead)
+{
+    write(file("secret"), "x");
+    ::chmod(file("secret").c_str(), 0);
+    if (::access(file("secret").c_str(), R_OK) == 0)
+        GTEST_SKIP() << "this user may read every file";
+    EXPECT_FALSE(readFile(file("secret").wstring(), 100));
+}
+
+} // namespace
+} // namespace ZelPlatform

@@ -1,0 +1,14 @@
+#include "platform/platform.h"
+
+#include "platform/posix/concerns.h"
+
+namespace Platform
+{
+
+System& nativeSystem()
+{
+    static System system{posixModules(), posixThreads(), posixMessages(), posixMessageBoxes(), posixShell(), L'/'};
+    return system;
+}
+
+} // namespace Platform

@@ -1,0 +1,14 @@
+#include "platform/platform.h"
+
+#include "platform/win32/concerns.h"
+
+namespace Platform
+{
+
+System& nativeSystem()
+{
+    static System system{win32Modules(), win32Threads(), win32Messages(), win32MessageBoxes(), win32Shell(), L'\\'};
+    return system;
+}
+
+} // namespace Platform

@@ -1,0 +1,75 @@
+#include "platform/win32/concerns.h"
+#include "platform/win32/scoped_handle.h"
+
+#include <windows.h>
+
+#include <ctime>
+#include <objbase.h>
+
+namespace Platform
+{
+
+namespace
+{
+
+using Procedure = std::function<void()>;
+
+class Win32Thread : public Thread
+{
+public:
+    explicit Win32Thread(ScopedHandle handle) : handle_(std::move(handle)) {}
+    void wait() override { WaitForSingleObject(handle_.get(), INFINITE); }
+
+private:
+    ScopedHandle handle_;
+};
+
+class Win32Event : public Event
+{
+public:
+    void set() override { SetEvent(handle_.get()); }
+    void reset() override { ResetEvent(handle_.get()); }
+    void wait() override { WaitForSingleObject(handle_.get(), INFINITE); }
+
+private:
+    ScopedHandle handle_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+};
+
+DWORD WINAPI threadProcedure(void* argument)
+{
+    const std::unique_ptr<Procedure> procedure(static_cast<Procedure*>(argument));
+    (*procedure)();
+    return 0;
+}
+
+class Win32Threads : public Threads
+{
+public:
+    std::unique_ptr<Thread> start(Procedure procedure) override
+    {
+        auto argument = std::make_unique<Procedure>(std::move(procedure));
+        ScopedHandle handle(CreateThread(nullptr, 0, threadProcedure, argument.get(), 0, nullptr));
+        if (!handle)
+            return nullptr;
+        static_cast<void>(argument.release()); // the thread owns it now
+        return std::make_unique<Win32Thread>(std::move(handle));
+    }
+
+    std::unique_ptr<Event> createEvent() override { return std::make_unique<Win32Event>(); }
+    std::uint32_t currentThreadId() override { return GetCurrentThreadId(); }
+    void sleep(std::uint32_t milliseconds) override { Sleep(milliseconds); }
+    std::int64_t time() override { return _time64(nullptr); }
+    void enterMultithreadedApartment() override { CoInitializeEx(nullptr, COINIT_MULTITHREADED); }
+};
+
+static_assert(COINIT_MULTITHREADED == 0);
+
+} // namespace
+
+Threads& win32Threads()
+{
+    static Win32Threads threads;
+    return threads;
+}
+
+} // namespace Platform

@@ -1,0 +1,29 @@
+#pragma once
+
+// Numbers of the dialogs and of their items, for the templates and for the views.
+
+#define IDD_PROGRESS 144
+#define IDC_FILE_TEXT 1046
+#define IDC_FILE_BAR 11045
+#define IDC_TOTAL_TEXT 1047
+#define IDC_TOTAL_BAR 1045
+#define IDC_FIGURES 11046
+#define IDC_ELAPSED_TIME_CAPTION 1240
+#define IDC_TIME_LEFT_CAPTION 1241
+#define IDC_SPEED_CAPTION 1242
+#define IDC_ELAPSED_TIME 1227
+#define IDC_TIME_LEFT 1228
+#define IDC_SPEED 1229
+#define IDC_ELAPSED_BYTES_CAPTION 1243
+#define IDC_BYTES_LEFT_CAPTION 1244
+#define IDC_TOTAL_BYTES_CAPTION 1245
+#define IDC_ELAPSED_BYTES 1230
+#define IDC_BYTES_LEFT 1231
+#define IDC_TOTAL_BYTES 1233
+#define IDC_CANCEL_JOB 1226
+#define IDC_PAUSE_JOB 1090
+
+#define IDD_FILE_ERROR 303
+#define IDC_TRY_AGAIN 1
+#define IDC_SKIP_FILE 5
+#define IDC_ABORT_JOB 2

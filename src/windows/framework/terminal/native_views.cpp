@@ -1,0 +1,34 @@
+#include "platform/posix/terminal.h"
+#include "windows/file_error/terminal/file_error_window_view.h"
+#include "windows/framework/view_factory.h"
+#include "windows/progress/terminal/progress_window_view.h"
+
+namespace JobRunner
+{
+
+namespace
+{
+
+class TerminalViews : public IViewFactory
+{
+public:
+    std::unique_ptr<IProgressWindowView> createProgressWindowView(int operation) override
+    {
+        return std::make_unique<ProgressWindowView>(operation, Platform::terminal());
+    }
+
+    std::unique_ptr<IFileErrorWindowView> createFileErrorWindowView() override
+    {
+        return std::make_unique<FileErrorWindowView>(Platform::terminal());
+    }
+};
+
+} // namespace
+
+IViewFactory& nativeViews()
+{
+    static TerminalViews views;
+    return views;
+}
+
+} // namespace JobRunner

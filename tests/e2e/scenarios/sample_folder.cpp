@@ -1,0 +1,128 @@
+#include "sample_folder.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+#include "scenarios/own_path.h"
+
+namespace fs = std::filesystem;
+
+namespace EndToEnd
+{
+namespace
+{
+
+std::string quoted(const Path& path)
+{
+    const std::u8string text = path.u8string();
+    std::string result = "\"";
+    for (const char8_t unit : text)
+    {
+        if (unit == u8'"' || unit == u8'\\')
+            result += '\\';
+        result += static_cast<char>(unit);
+    }
+    return result + '"';
+}
+
+// Not every system has every module.
+void moveModule(const Path& program, const std::string& module, const Path& folder)
+{
+    const Path file = moduleBeside(program, module);
+    if (!fs::exists(file))
+        return;
+    fs::create_directories(folder);
+    fs::rename(file, folder / file.filename());
+}
+
+Path makeFolder()
+{
+    static int made = 0;
+    const auto now = std::chrono::system_clock::now().time_since_epoch().count();
+    const Path folder = fs::temp_directory_path() / ("jobrunner-" + std::to_string(now) + "-" + std::to_string(++made));
+    if (!fs::create_directories(folder))
+        throw std::runtime_error("the sample folder exists already");
+    return folder;
+}
+
+} // namespace
+
+SampleFolder::SampleFolder() : path_(makeFolder()) {}
+
+SampleFolder::~SampleFolder()
+{
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+Path SampleFolder::addFile(const Path& name, const std::string& content) const
+{
+    const Path file = path_ / name;
+    fs::create_directories(file.parent_path());
+    std::ofstream stream(file, std::ios::binary);
+    stream << content;
+    stream.close();
+    if (!stream)
+        throw std::runtime_error("cannot write a sample file");
+    return file;
+}
+
+std::vector<Path> SampleFolder::addFiles(int count, const std::string& content) const
+{
+    std::vector<Path> files;
+    for (int index = 0; index < count; ++index)
+        files.push_back(addFile("file " + std::to_string(index) + ".txt", content));
+    return files;
+}
+
+Path SampleFolder::addDeleteJob(const std::vector<Path>& files, std::uint32_t method, const Path& name) const
+{
+    return addFile(name, deleteJobText(files, method));
+}
+
+std::string deleteJobText(const std::vector<Path>& files, std::uint32_t method)
+{
+    std::ostringstream text;
+    text << "{\"kind\": \"delete\", \"files\": [";
+    for (std::size_t index = 0; index < files.size(); ++index)
+        text << (index == 0 ? "" : ", ") << quoted(files[index]);
+    text << "], \"method\": " << method << "}";
+    return text.str();
+}
+
+Path programUnderTest()
+{
+    if (const char* named = std::getenv("JOBRUNNER_PROGRAM"); named != nullptr && *named != '\0')
+        return named;
+    return ownPath().parent_path().parent_path() / "bin" / ProgramName;
+}
+
+Path copyProgram(const Path& folder)
+{
+    fs::create_directories(folder);
+    for (const fs::directory_entry& entry : fs::directory_iterator(programUnderTest().parent_path()))
+    {
+        if (entry.is_regular_file())
+            fs::copy_file(entry.path(), folder / entry.path().filename());
+    }
+    return folder / programUnderTest().filename();
+}
+
+Path copyProgramForDevelopment(const Path& base)
+{
+    const Path program = copyProgram(base / "bin" / "Release");
+    const Path libraries = base / "source" / "extlibs";
+    moveModule(program, "vaultcore", libraries / "vaultcore" / "lib" / "win32" / "ReleasetU");
+    moveModule(program, "panekit", libraries / "hoplib" / "lib" / "win32" / "ReleaseU");
+    return program;
+}
+
+Path moduleBeside(const Path& program, const std::string& module)
+{
+    return program.parent_path() / (module + ModuleExtension);
+}
+
+} // namespace EndToEnd

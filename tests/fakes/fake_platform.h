@@ -1,0 +1,41 @@
+#pragma once
+
+#include "fakes/fake_call_log.h"
+#include "fakes/fake_message_boxes.h"
+#include "fakes/fake_messages.h"
+#include "fakes/fake_modules.h"
+#include "fakes/fake_shell.h"
+#include "fakes/fake_threads.h"
+#include "platform/platform.h"
+
+namespace Fakes
+{
+
+/// A working system in memory, in place of the real one from construction to destruction. It looks like Windows unless
+/// a test says otherwise. All parts write into one log. Threads that use it have to end before it does.
+class FakePlatform
+{
+public:
+    explicit FakePlatform(wchar_t separator = L'\\')
+        : shell(log, separator), system_{modules, threads, messages, messageBoxes, shell, separator}
+    {
+        Platform::setPlatform(&system_);
+    }
+    ~FakePlatform() { Platform::setPlatform(nullptr); }
+    FakePlatform(const FakePlatform&) = delete;
+    FakePlatform& operator=(const FakePlatform&) = delete;
+
+    Platform::System& system() { return system_; }
+
+    CallLog log;
+    FakeModules modules{log};
+    FakeThreads threads{log};
+    FakeMessages messages{log};
+    FakeMessageBoxes messageBoxes{log};
+    FakeShell shell;
+
+private:
+    Platform::System system_;
+};
+
+} // namespace Fakes
