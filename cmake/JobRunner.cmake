@@ -4,7 +4,8 @@
 set(JOBRUNNER_GOOGLETEST_DIR /usr/src/googletest CACHE PATH "Sources of GoogleTest")
 
 if(WIN32)
-  set(JOBRUNNER_FOREIGN_FOLDERS "/(posix|terminal)/")
+  # The drawing library is a target of its own.
+  set(JOBRUNNER_FOREIGN_FOLDERS "/(posix|terminal|drawing)/")
 else()
   set(JOBRUNNER_FOREIGN_FOLDERS "/(win32|drawing)/")
 endif()

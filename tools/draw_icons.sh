@@ -23,7 +23,8 @@ draw zelicon32.png 32 -fill none -stroke '#F4F7FB' -strokewidth 24 \
 draw question32.png 32 -fill '#F4F7FB' -draw 'circle 128,128 128,12' \
     -fill '#2F6FC4' -draw 'circle 128,128 128,26' \
     -fill none -stroke white -strokewidth 24 \
-    -draw 'polyline 82,92 84,84 88,76 93,68 100,62 109,58 118,55 127,54 137,55 146,57 154,62 162,67 167,74 171,82 174,91 174,100 172,108 168,116 146,134 134,146 128,160 128,172' \
+    -draw 'stroke-linecap round line 84,90 98,66 line 98,66 128,54 line 128,54 158,66 line 158,66 171,94' \
+    -draw 'stroke-linecap round line 171,94 158,122 line 158,122 136,140 line 136,140 128,168' \
     -stroke none -fill white -draw 'circle 128,204 128,190'
 
 # An eye.

@@ -38,8 +38,7 @@ protected:
     bool made = false;
 };
 
-INSTANTIATE_TEST_SUITE_P(DeleteAndWipe, LongNameTest, testing::Bool(),
-                         [](const auto& info) { return info.param ? "wipe" : "remove"; });
+INSTANTIATE_TEST_SUITE_P(DeleteAndWipe, LongNameTest, testing::Bool(), &methodName);
 
 TEST_P(LongNameTest, isTakenAsAnEntry)
 {

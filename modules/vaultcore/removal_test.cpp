@@ -18,8 +18,7 @@ protected:
     Recorder recorder;
 };
 
-INSTANTIATE_TEST_SUITE_P(DeleteAndWipe, RemovalTest, testing::Bool(),
-                         [](const auto& info) { return info.param ? "wipe" : "remove"; });
+INSTANTIATE_TEST_SUITE_P(DeleteAndWipe, RemovalTest, testing::Bool(), &methodName);
 
 TEST_P(RemovalTest, takesAFolderWithAllThatIsInIt)
 {

@@ -243,6 +243,12 @@ private:
     std::unique_ptr<IFileSystem> real_ = createFileSystem();
 };
 
+/// Names the tests that are run for both methods.
+inline std::string methodName(const testing::TestParamInfo<bool>& method)
+{
+    return method.param ? "wipe" : "remove";
+}
+
 /// Runs one job to its end.
 inline void removeAll(IFileSystem& files, Recorder& recorder, const std::vector<fs::path>& entries, bool wipe = false)
 {

@@ -220,7 +220,8 @@ private:
 
 std::optional<JobDescription> parseJobFile(std::string_view text)
 {
-    if (text.size() > MaximumJobFileBytes)
+    // The parser would take a zero for the end of the text and hide what stands behind it.
+    if (text.size() > MaximumJobFileBytes || text.find('\0') != std::string_view::npos)
         return std::nullopt;
     Reader reader;
     if (!json::sax_parse(text, &reader) || !reader.complete())

@@ -11,9 +11,22 @@ namespace ZelPlatform
 namespace
 {
 
+std::string field(const std::string& name, const std::string& value)
+{
+    std::string text = "\"";
+    return text.append(name).append("\": ").append(value);
+}
+
+std::string quoted(const std::string& text)
+{
+    std::string result = "\"";
+    return result.append(text).append("\"");
+}
+
 std::string job(const std::string& fields)
 {
-    return R"({"kind": "encrypt", "files": ["a"])" + (fields.empty() ? "" : ", " + fields) + "}";
+    std::string text = R"({"kind": "encrypt", "files": ["a"])";
+    return text.append(fields.empty() ? "" : ", ").append(fields).append("}");
 }
 
 bool loads(std::string_view text)
@@ -117,6 +130,7 @@ TEST(JobFile, refusesBrokenJson)
     EXPECT_FALSE(loads(whole + whole));
     EXPECT_FALSE(loads("// job\n" + whole));
     EXPECT_FALSE(loads(whole + std::string(1, '\0')));
+    EXPECT_FALSE(loads(whole + '\0' + whole));
 }
 
 TEST(JobFile, skipsAByteOrderMarkOfUtf8AndRefusesOtherEncodings)
@@ -139,12 +153,12 @@ TEST(JobFile, refusesAWrongType)
     for (const char* name : {"algorithm", "destiny", "mode", "method"})
     {
         for (const char* value : {"\"3\"", "null", "true", "1.0", "1e2", "[]", "[3]", "{}"})
-            EXPECT_FALSE(loads(job("\"" + std::string(name) + "\": " + value))) << name << value;
+            EXPECT_FALSE(loads(job(field(name, value)))) << name << value;
     }
     for (const char* name : {"extraText", "comment", "path"})
     {
         for (const char* value : {"3", "-3", "true", "1.0", "[]", "[\"a\"]", "{}"})
-            EXPECT_FALSE(loads(job("\"" + std::string(name) + "\": " + value))) << name << value;
+            EXPECT_FALSE(loads(job(field(name, value)))) << name << value;
     }
     EXPECT_FALSE(loads(job(R"("comment": null)")));
     EXPECT_FALSE(loads(job(R"("extraText": null)")));
@@ -167,7 +181,7 @@ TEST(JobFile, takesNumbersOf32Bits)
     ASSERT_TRUE(parsed);
     EXPECT_EQ(parsed->algorithm, 4294967295U);
     for (const char* value : {"4294967296", "-1", "-4294967295", "18446744073709551615", "99999999999999999999"})
-        EXPECT_FALSE(loads(job(std::string("\"mode\": ") + value))) << value;
+        EXPECT_FALSE(loads(job(field("mode", value)))) << value;
 }
 
 TEST(JobFile, refusesAZeroInsideAText)
@@ -175,7 +189,7 @@ TEST(JobFile, refusesAZeroInsideAText)
     EXPECT_FALSE(loads(R"({"kind": "encrypt", "files": ["a\u0000b"]})"));
     EXPECT_FALSE(loads(R"({"kind": "encrypt\u0000", "files": ["a"]})"));
     for (const char* name : {"extraText", "comment", "path"})
-        EXPECT_FALSE(loads(job("\"" + std::string(name) + R"(": "\u0000")"))) << name;
+        EXPECT_FALSE(loads(job(field(name, quoted("\\u0000"))))) << name;
     EXPECT_FALSE(loads(job(std::string("\"comment\": \"a\0b\"", 16))));
 }
 
@@ -184,8 +198,8 @@ TEST(JobFile, refusesTextThatIsNoText)
     for (const char* text : {"\xFF", "\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\\ud83d", "\\ude00",
                              "\\ud83d\\u0041", "\\u12", "\\x", "\n"})
     {
-        EXPECT_FALSE(loads(job(std::string("\"comment\": \"") + text + "\""))) << text;
-        EXPECT_FALSE(loads(job(std::string("\"unknown\": \"") + text + "\""))) << text;
+        EXPECT_FALSE(loads(job(field("comment", quoted(text))))) << text;
+        EXPECT_FALSE(loads(job(field("unknown", quoted(text))))) << text;
     }
 }
 
@@ -207,7 +221,7 @@ TEST(JobFile, refusesAKnownFieldThatStandsTwice)
 TEST(JobFile, limitsTheNesting)
 {
     const auto nested = [](std::size_t depth)
-    { return job("\"later\": " + std::string(depth, '[') + std::string(depth, ']')); };
+    { return job(field("later", std::string(depth, '[') + std::string(depth, ']'))); };
     EXPECT_TRUE(loads(nested(MaximumJobFileNesting - 1)));
     EXPECT_FALSE(loads(nested(MaximumJobFileNesting)));
     EXPECT_FALSE(loads(nested(5'000'000)));

@@ -6,6 +6,7 @@
 #include "fakes/fake_platform.h"
 #include "fakes/fake_views.h"
 #include "fakes/slot_of.h"
+#include "interfaces/release_ptr.h"
 #include "windows/progress/progress_window.h"
 
 #include <gtest/gtest.h>

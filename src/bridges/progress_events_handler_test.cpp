@@ -2,12 +2,13 @@
 #include "fakes/fake_engine_objects.h"
 #include "fakes/fake_platform.h"
 #include "fakes/fake_views.h"
+#include "fakes/observed_events.h"
 #include "fakes/slot_of.h"
+#include "interfaces/release_ptr.h"
 #include "windows/progress/progress_window.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <limits>
 #include <thread>
 
@@ -126,24 +127,21 @@ TEST_F(AProgressBridge, opensTheWindowWithTheStoredOperationAndClosesIt)
     EXPECT_FALSE(view().open());
 }
 
-TEST_F(AProgressBridge, goesThroughTheSameMovesInASecondOperation)
+TEST_F(AProgressBridge, signalsItsStartAndTakesItBackInEachOperation)
 {
-    bridge.OnOperationStarted();
-    bridge.OnOperationFinished();
-    std::atomic<bool> built{false};
-    std::thread engine(
-        [&]
-        {
-            bridge.OnFileListBuilt(0, 10);
-            built = true;
-        });
-    // The first operation's end has taken its signal back.
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    EXPECT_FALSE(built);
-    bridge.OnOperationStarted();
-    engine.join();
+    ObservedEvents observed(platform);
+    {
+        ProgressEventsHandler observedBridge(&window);
+        EXPECT_TRUE(platform.log.calls().empty());
+        observedBridge.OnOperationStarted();
+        observedBridge.OnOperationFinished();
+        observedBridge.OnOperationStarted();
+        observedBridge.OnOperationFinished();
+    }
+    const std::vector<std::wstring> expected{L"event.set", L"event.reset", L"event.set", L"event.reset",
+                                             L"event.destroyed"};
+    EXPECT_EQ(platform.log.calls(), expected);
     EXPECT_EQ(views.factory.progressViews.size(), 2U);
-    EXPECT_EQ(view().last(L"setTotalBytes"), L"10");
 }
 
 TEST_F(AProgressBridge, holdsTheFileListUntilTheWindowExists)

@@ -24,8 +24,7 @@ constexpr std::uint32_t PollStep = 200; // milliseconds
 
 DeleteCommand::DeleteCommand(ReleasePtr<ZelPlatform::IJobRunnerDocument> document, IGuiEvents* gui,
                              EventTrackerPtr tracker)
-    : Command(std::move(document), gui),
-      deletion_(dynamic_cast<ZelPlatform::IDeleterThreadDocument*>(document_.get())),
+    : Command(std::move(document), gui), deletion_(dynamic_cast<ZelPlatform::IDeleterThreadDocument*>(document_.get())),
       handler_(std::make_unique<EventsHandler>(&progress_, gui)), files_(document_->GetFileList()),
       method_(deletion_->GetDeletionMethod()), tracker_(std::move(tracker))
 {

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 using namespace Fakes;
 
 namespace
@@ -17,8 +19,10 @@ namespace
 /// The operations of one table, in the order in which a module built elsewhere has them.
 template <class... Members> void expectSlots(std::size_t first, Members... members)
 {
-    std::size_t expected = first;
-    ((EXPECT_EQ(slotOf(members), expected), ++expected), ...);
+    const std::vector<std::size_t> slots{slotOf(members)...};
+    std::vector<std::size_t> expected(slots.size());
+    std::iota(expected.begin(), expected.end(), first);
+    EXPECT_EQ(slots, expected);
 }
 
 } // namespace
@@ -101,9 +105,9 @@ TEST(TheTableOfTheDocuments, hasAGetterFirstInTheTableOfEachKind)
 TEST(TheTableOfTheControls, hasTheCommonOperationsInOrder)
 {
     using T = ICustomControl;
-    expectSlots(0, &T::setWidth, &T::fitToContent, &T::setHeight, &T::move, &T::getRect, &T::notCalled1,
-                &T::notCalled2, &T::heightForWidth, &T::getWindowHandle, &T::destroy, &T::getControlId,
-                &T::notCalled3, &T::notCalled4, &T::notCalled5);
+    expectSlots(0, &T::setWidth, &T::fitToContent, &T::setHeight, &T::move, &T::getRect, &T::notCalled1, &T::notCalled2,
+                &T::heightForWidth, &T::getWindowHandle, &T::destroy, &T::getControlId, &T::notCalled3, &T::notCalled4,
+                &T::notCalled5);
     expectSlots(0, &IControlBackground::setBackground);
 }
 
@@ -130,12 +134,9 @@ TEST(ACallByNumber, reachesEachOperationOfTheFactory)
     (options.get()->*memberAt<void (VaultCore::IDeletionOptions::*)(std::uint32_t)>(1))(7);
     (factory->*memberAt<void (Factory::*)()>(1))();
     (factory->*memberAt<void (Factory::*)()>(0))();
-    const std::vector<std::wstring> expected{L"createFactory",
-                                             L"factory.CreateOperationEvents",
-                                             L"factory.CreateDeleter",
-                                             L"factory.CreateDeletionOptions",
-                                             L"options.SetMethod(7)",
-                                             L"factory.notCalled1",
+    const std::vector<std::wstring> expected{L"createFactory",         L"factory.CreateOperationEvents",
+                                             L"factory.CreateDeleter", L"factory.CreateDeletionOptions",
+                                             L"options.SetMethod(7)",  L"factory.notCalled1",
                                              L"factory.Release"};
     EXPECT_EQ(log.calls(), expected);
 }
@@ -148,8 +149,7 @@ TEST(ACallByNumber, reachesEachKindOfADocument)
     for (std::size_t slot = 3; slot <= 7; ++slot)
         EXPECT_FALSE((document.get()->*memberAt<bool (Document::*)()>(slot))());
     const std::vector<std::wstring> expected{L"document.IsDecryption", L"document.IsDoubleClickDecryption",
-                                             L"document.IsEncryption", L"document.IsSfxEncryption",
-                                             L"document.IsWipe"};
+                                             L"document.IsEncryption", L"document.IsSfxEncryption", L"document.IsWipe"};
     EXPECT_EQ(log.calls(), expected);
 }
 

@@ -115,10 +115,9 @@ TEST(FakeShell, whatMovesWindowsIsInTheLog)
     fake.shell.setWindowPosition(window, nullptr, 67);
     fake.shell.setForegroundWindow(window);
     fake.shell.attachThreadInput(5, 1, false);
-    EXPECT_EQ(fake.log.calls(),
-              (std::vector<std::wstring>{L"foregroundWindow", L"windowThread 9", L"attachThreadInput 5 1 attach",
-                                         L"setWindowPosition 7 0 67", L"setForegroundWindow 7",
-                                         L"attachThreadInput 5 1 detach"}));
+    EXPECT_EQ(fake.log.calls(), (std::vector<std::wstring>{L"foregroundWindow", L"windowThread 9",
+                                                           L"attachThreadInput 5 1 attach", L"setWindowPosition 7 0 67",
+                                                           L"setForegroundWindow 7", L"attachThreadInput 5 1 detach"}));
 }
 
 } // namespace

@@ -11,7 +11,7 @@ namespace Halden::SystemUtilities
 namespace
 {
 
-constexpr std::uint32_t NtPlatform = 2;     // VER_PLATFORM_WIN32_NT
+constexpr std::uint32_t NtPlatform = 2;       // VER_PLATFORM_WIN32_NT
 constexpr std::uint32_t KeepSizeAndPlace = 3; // SWP_NOSIZE, SWP_NOMOVE
 constexpr std::uint32_t ShowInPlace = 67;     // SWP_NOSIZE, SWP_NOMOVE, SWP_SHOWWINDOW
 

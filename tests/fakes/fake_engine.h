@@ -47,6 +47,8 @@ public:
     std::vector<EngineFile> files;
     /// Takes the place of the work on `files` when it is set. Runs on the engine's thread.
     std::function<void(const EngineCallbacks&)> script;
+    /// Runs in `Start`, on the thread of the caller.
+    std::function<void()> onStart;
     /// So many times `IsFinished` answers false; the next question waits for the end of the work and answers true.
     int questionsUntilFinished = 0;
 

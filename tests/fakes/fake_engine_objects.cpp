@@ -38,11 +38,12 @@ void FakeDeletionOptions::SetMethod(std::uint32_t method)
     log(L"SetMethod(" + std::to_wstring(method) + L")");
 }
 
-void FakeDeleter::Start(VaultCore::IFileList* files, VaultCore::IDeletionOptions*,
-                        VaultCore::IOperationEvents* events)
+void FakeDeleter::Start(VaultCore::IFileList* files, VaultCore::IDeletionOptions*, VaultCore::IOperationEvents* events)
 {
     log(L"Start");
     engine_.startedWith = files;
+    if (engine_.onStart)
+        engine_.onStart();
     const EngineCallbacks callbacks = static_cast<FakeOperationEvents*>(events)->callbacks;
     thread_ = std::thread([this, callbacks] { engine_.work(callbacks); });
 }

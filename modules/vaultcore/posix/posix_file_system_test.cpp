@@ -138,7 +138,10 @@ TEST_F(PosixFileSystemTest, reportsAFileThatAnotherProgramHoldsOpen)
     if (child == 0)
     {
         ::open(file.c_str(), O_RDONLY);
-        ::write(ready[1], "x", 1) == 1 ? ::pause() : ::_exit(1);
+        if (::write(ready[1], "x", 1) != 1)
+            ::_exit(1);
+        for (;;)
+            ::pause();
     }
     char byte = 0;
     ASSERT_EQ(::read(ready[0], &byte, 1), 1);

@@ -21,8 +21,7 @@ protected:
     Recorder recorder;
 };
 
-INSTANTIATE_TEST_SUITE_P(DeleteAndWipe, Win32FileSystemTest, testing::Bool(),
-                         [](const auto& info) { return info.param ? "wipe" : "remove"; });
+INSTANTIATE_TEST_SUITE_P(DeleteAndWipe, Win32FileSystemTest, testing::Bool(), &methodName);
 
 TEST_P(Win32FileSystemTest, reportsAFileThatIsHeldOpenAndTakesItAtTheRepeat)
 {
@@ -32,9 +31,6 @@ TEST_P(Win32FileSystemTest, reportsAFileThatIsHeldOpenAndTakesItAtTheRepeat)
     recorder.errorAnswer = [&]
     {
         held = FileHandle(INVALID_HANDLE_VALUE);
-        {
-            FileHandle closed(INVALID_HANDLE_VALUE);
-        }
         return recorder.messages.size() < 3 ? FileErrorRepeat : FileErrorSkip;
     };
     removeAll(files, recorder, {file}, GetParam());

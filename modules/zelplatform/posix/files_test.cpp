@@ -80,10 +80,14 @@ TEST_F(PosixFiles, areNotPipesOrDevices)
 TEST_F(PosixFiles, areNothingWhenTheyMayNotBeRead)
 {
     write(file("secret"), "x");
+    EXPECT_TRUE(readFile(file("secret").wstring(), 100));
     ::chmod(file("secret").c_str(), 0);
-    if (::access(file("secret").c_str(), R_OK) == 0)
-        GTEST_SKIP() << "this user may read every file";
+    // The superuser may read every file, so look as somebody else.
+    constexpr uid_t nobody = 65534;
+    const uid_t user = ::geteuid();
+    ASSERT_EQ(::seteuid(user == 0 ? nobody : user), 0);
     EXPECT_FALSE(readFile(file("secret").wstring(), 100));
+    ASSERT_EQ(::seteuid(user), 0);
 }
 
 } // namespace

@@ -6,15 +6,22 @@
 #include "platform/shell.h"
 #include "platform/threads.h"
 
+#include <memory>
+
 // The one implementation of each concern; `nativeSystem` puts them together.
 
 namespace Platform
 {
+
+class Terminal;
 
 Modules& posixModules();
 Threads& posixThreads();
 Messages& posixMessages();
 MessageBoxes& posixMessageBoxes();
 Shell& posixShell();
+
+/// Message boxes on a terminal, which outlives them.
+std::unique_ptr<MessageBoxes> terminalMessageBoxes(Terminal& terminal);
 
 } // namespace Platform

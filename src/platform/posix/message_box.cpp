@@ -55,6 +55,11 @@ private:
 
 } // namespace
 
+std::unique_ptr<MessageBoxes> terminalMessageBoxes(Terminal& terminal)
+{
+    return std::make_unique<TerminalMessageBoxes>(terminal);
+}
+
 MessageBoxes& posixMessageBoxes()
 {
     static TerminalMessageBoxes boxes(terminal());

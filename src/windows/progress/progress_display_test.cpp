@@ -42,9 +42,9 @@ TEST_F(ProgressDisplayTest, hasNothingToShowAtFirst)
 {
     const ProgressChanges changes = display.take();
     EXPECT_FALSE(changes.fileText || changes.filePosition || changes.marquee || changes.totalText ||
-                 changes.totalPosition || changes.title || changes.taskbar || changes.elapsedTime ||
-                 changes.timeLeft || changes.speed || changes.elapsedBytes || changes.bytesLeft ||
-                 changes.totalBytes || changes.visible || changes.paused);
+                 changes.totalPosition || changes.title || changes.taskbar || changes.elapsedTime || changes.timeLeft ||
+                 changes.speed || changes.elapsedBytes || changes.bytesLeft || changes.totalBytes || changes.visible ||
+                 changes.paused);
 }
 
 TEST_F(ProgressDisplayTest, showsTheFileWithItsPercent)

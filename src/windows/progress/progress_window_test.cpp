@@ -39,9 +39,8 @@ TEST_F(ProgressWindowTest, opensHiddenAndRefreshes)
     EXPECT_EQ(log().operation(), OperationDecrypt);
     EXPECT_TRUE(log().open());
     EXPECT_TRUE(log().hidden());
-    EXPECT_EQ(log().calls(),
-              (Calls{L"create", L"setTotalProgress -1", L"setElapsedBytes 0", L"setBytesLeft unknown",
-                     L"setTotalBytes unknown", L"setElapsedTime 0", L"setSpeed 0", L"setTimeLeft -1"}));
+    EXPECT_EQ(log().calls(), (Calls{L"create", L"setTotalProgress -1", L"setElapsedBytes 0", L"setBytesLeft unknown",
+                                    L"setTotalBytes unknown", L"setElapsedTime 0", L"setSpeed 0", L"setTimeLeft -1"}));
 }
 
 TEST_F(ProgressWindowTest, refreshesInOneOrderWithAKnownTotal)

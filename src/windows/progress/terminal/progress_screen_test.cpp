@@ -12,12 +12,10 @@ using Lines = std::vector<std::wstring>;
 TEST(ProgressScreen, startsWithTheTextsOfTheTemplate)
 {
     const std::wstring empty = L'[' + std::wstring(50, L' ') + L']';
-    EXPECT_EQ(ProgressScreen().lines(0, true), (Lines{L"Progress Window", L"First progress bar:", empty,
-                                                      L"Second progress bar:", empty,
-                                                      L"Elapsed Time: n/a          Elapsed Bytes: n/a",
-                                                      L"Time Left: n/a             Bytes Left: n/a",
-                                                      L"Speed: n/a                 Total Bytes: n/a",
-                                                      L"[c] Cancel  [p] Pause"}));
+    EXPECT_EQ(ProgressScreen().lines(0, true),
+              (Lines{L"Progress Window", L"First progress bar:", empty, L"Second progress bar:", empty,
+                     L"Elapsed Time: n/a          Elapsed Bytes: n/a", L"Time Left: n/a             Bytes Left: n/a",
+                     L"Speed: n/a                 Total Bytes: n/a", L"[c] Cancel  [p] Pause"}));
 }
 
 TEST(ProgressScreen, isHiddenAtFirst)
