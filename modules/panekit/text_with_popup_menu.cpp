@@ -143,9 +143,10 @@ int TextWithPopupMenu::pickFromMenu()
 
 void TextWithPopupMenu::offerChoices()
 {
+    const HWND own = window();
     const int picked = pickFromMenu();
-    // The dialog may have ended while the menu was up.
-    if (picked < 0 || !window())
+    // The dialog, and with it this object, may have ended while the menu was up.
+    if (picked < 0 || !IsWindow(own))
         return;
     setCurrentItem(picked);
     tellParent(ControlMessage::ItemChanged, picked);

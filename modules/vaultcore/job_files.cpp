@@ -23,10 +23,12 @@ std::vector<JobItem> JobFiles::expandAgain(const JobItem& bad)
 {
     if (bad.kind == JobItem::Kind::BadEntry)
         return readEntry(bad.name);
-    // Fails here, where the user can be asked, and not in the middle of the tree.
-    files_.list(bad.place);
+    const FileInfo info = files_.inspect(bad.place);
     std::vector<JobItem> items;
-    addTree(bad.place, files_.inspect(bad.place), items);
+    if (info.kind == FileKind::Folder)
+        addTree(bad.place, info, items);
+    else
+        addFile(bad.place, info, items);
     return items;
 }
 
@@ -50,8 +52,7 @@ std::vector<JobItem> JobFiles::readEntry(const std::wstring& entry)
     const std::optional<FileInfo> info = inspectIfThere(place);
     if (info && info->kind == FileKind::Folder)
     {
-        if (isNew(place, *info))
-            addTree(place, *info, items);
+        addEntryFolder(place, *info, items);
         return items;
     }
     if (info)
@@ -65,6 +66,21 @@ std::vector<JobItem> JobFiles::readEntry(const std::wstring& entry)
     return items;
 }
 
+void JobFiles::addEntryFolder(const Place& folder, const FileInfo& info, std::vector<JobItem>& items)
+{
+    if (!isNew(folder, info))
+        return;
+    try
+    {
+        addTree(folder, info, items);
+    }
+    catch (const FileFailure&)
+    {
+        addBadName(folder, items);
+    }
+}
+
+/// Throws when the folder itself cannot be listed; what fails inside it becomes an item of its own, to be asked about.
 void JobFiles::addTree(const Place& folder, const FileInfo& info, std::vector<JobItem>& items)
 {
     // A list instead of recursion: a tree may be deeper than the stack of a thread.
@@ -84,7 +100,9 @@ void JobFiles::addTree(const Place& folder, const FileInfo& info, std::vector<Jo
         }
         catch (const FileFailure&)
         {
-            addBadFolder(next.place, items);
+            if (folders.empty())
+                throw;
+            addBadName(next.place, items);
         }
     }
     // A folder is found before what is in it, so the way back meets the inner ones first.
@@ -96,13 +114,20 @@ void JobFiles::addChild(const Place& place, std::vector<JobItem>& items, std::ve
 {
     if (stopped_)
         return;
-    const std::optional<FileInfo> info = inspectIfThere(place);
-    if (!info)
-        return; // gone since its folder was listed
-    if (info->kind != FileKind::Folder)
-        return addFile(place, *info, items);
-    if (isNew(place, *info))
-        pending.push_back({JobItem::Kind::Folder, place, files_.display(place), *info});
+    try
+    {
+        const std::optional<FileInfo> info = inspectIfThere(place);
+        if (!info)
+            return; // gone since its folder was listed
+        if (info->kind != FileKind::Folder)
+            return addFile(place, *info, items);
+        if (isNew(place, *info))
+            pending.push_back({JobItem::Kind::Folder, place, files_.display(place), *info});
+    }
+    catch (const FileFailure&)
+    {
+        addBadName(place, items);
+    }
 }
 
 void JobFiles::addMatches(const Place& pattern, std::vector<JobItem>& items)
@@ -135,9 +160,9 @@ void JobFiles::addFile(const Place& place, const FileInfo& info, std::vector<Job
     stopped_ = !found_(items.back());
 }
 
-void JobFiles::addBadFolder(const Place& folder, std::vector<JobItem>& items)
+void JobFiles::addBadName(const Place& place, std::vector<JobItem>& items)
 {
-    items.push_back({JobItem::Kind::BadFolder, folder, files_.display(folder), {}});
+    items.push_back({JobItem::Kind::BadName, place, files_.display(place), {}});
 }
 
 bool JobFiles::isNew(const Place& place, const FileInfo& info)

@@ -26,8 +26,8 @@ struct JobItem
         Folder,
         /// An entry that could not be listed.
         BadEntry,
-        /// A folder inside an entry that could not be listed.
-        BadFolder,
+        /// A name inside an entry that could not be looked at or, for a folder, not be listed.
+        BadName,
     };
 
     Kind kind = Kind::File;
@@ -52,9 +52,9 @@ public:
 
     JobFiles(IFileSystem& files, Found found) : files_(files), found_(std::move(found)) {}
 
-    /// What an entry holds. What cannot be read comes as a bad entry or folder.
+    /// What an entry holds. What cannot be read comes as a bad entry or name.
     std::vector<JobItem> expandEntry(const std::wstring& entry);
-    /// The same again, after the user has asked to repeat. Throws `FileFailure` when the entry itself fails again.
+    /// The same again for a bad item. Throws `FileFailure` when the entry or name itself fails again.
     std::vector<JobItem> expandAgain(const JobItem& bad);
 
     bool stopped() const { return stopped_; }
@@ -66,11 +66,12 @@ public:
 
 private:
     std::vector<JobItem> readEntry(const std::wstring& entry);
+    void addEntryFolder(const Place& folder, const FileInfo& info, std::vector<JobItem>& items);
     void addTree(const Place& folder, const FileInfo& info, std::vector<JobItem>& items);
     void addChild(const Place& place, std::vector<JobItem>& items, std::vector<JobItem>& pending);
     void addMatches(const Place& pattern, std::vector<JobItem>& items);
     void addFile(const Place& place, const FileInfo& info, std::vector<JobItem>& items);
-    void addBadFolder(const Place& folder, std::vector<JobItem>& items);
+    void addBadName(const Place& place, std::vector<JobItem>& items);
     bool isNew(const Place& place, const FileInfo& info);
     std::optional<FileInfo> inspectIfThere(const Place& place);
 

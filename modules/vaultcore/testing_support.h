@@ -5,7 +5,7 @@
 #include "vaultcore/file_system.h"
 
 #include <algorithm>
-#include <chrono>
+
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -151,7 +151,11 @@ public:
     std::wstring display(const Place& place) override { return real_->display(place); }
     std::wstring displayName(const NativeText& name) override { return real_->displayName(name); }
     NativeText fold(const NativeText& name) override { return real_->fold(name); }
-    FileInfo inspect(const Place& place) override { return real_->inspect(place); }
+    FileInfo inspect(const Place& place) override
+    {
+        failIfAsked("inspect", place);
+        return real_->inspect(place);
+    }
     FileIdentity inspectParent(const Place& place) override { return real_->inspectParent(place); }
     std::vector<NativeText> list(const Place& folder) override
     {

@@ -31,10 +31,7 @@ TEST_F(Files, areNothingWhenMissing)
 
 TEST_F(Files, areReplacedByPathsBeyondTheClassicLimit)
 {
-    std::filesystem::path path = file("long");
-    for (int count = 0; count < 4; ++count)
-        path /= std::string(80, 'x');
-    path /= "job";
+    const std::filesystem::path path = longPath();
     ASSERT_GT(path.native().size(), 300U);
     ASSERT_TRUE(replacePrivateFile(path.wstring(), "one"));
     ASSERT_TRUE(replacePrivateFile(path.wstring(), "two"));

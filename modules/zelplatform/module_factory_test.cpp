@@ -180,10 +180,7 @@ TEST_F(Documents, doNotComeFromABadFile)
 
 TEST_F(Documents, comeFromPathsBeyondTheClassicLimit)
 {
-    std::filesystem::path path = file("long");
-    for (int count = 0; count < 4; ++count)
-        path /= std::string(80, 'x');
-    path /= "my job.json";
+    const std::filesystem::path path = longPath();
     ASSERT_TRUE(replacePrivateFile(path.wstring(), R"({"kind": "delete", "files": []})"));
     EXPECT_TRUE(DocumentPtr(store()->LoadJobDocument(path.wstring().c_str())));
 }

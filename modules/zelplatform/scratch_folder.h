@@ -20,9 +20,21 @@ protected:
         std::filesystem::remove_all(folder_);
         std::filesystem::create_directories(folder_);
     }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
+    void TearDown() override
+    {
+        flattenLongFolder();
+        std::filesystem::remove_all(folder_);
+    }
 
     std::filesystem::path file(const std::string& name) const { return folder_ / name; }
+    /// A path of more than 300 characters, whose folders do not exist yet.
+    std::filesystem::path longPath() const
+    {
+        auto path = file("long");
+        for (int count = 0; count < 4; ++count)
+            path /= LongPart;
+        return path / "my job.json";
+    }
     static void write(const std::filesystem::path& path, std::string_view content)
     {
         std::ofstream(path, std::ios::binary) << content;
@@ -34,6 +46,18 @@ protected:
     }
 
 private:
+    /// Takes the levels out one by one, since not every library can remove a folder with a long path.
+    void flattenLongFolder() const
+    {
+        while (std::filesystem::exists(file("long") / LongPart))
+        {
+            std::filesystem::rename(file("long") / LongPart, file("inner"));
+            std::filesystem::remove(file("long"));
+            std::filesystem::rename(file("inner"), file("long"));
+        }
+    }
+
+    inline static const std::string LongPart = std::string(80, 'x');
     std::filesystem::path folder_;
 };
 

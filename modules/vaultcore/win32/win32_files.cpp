@@ -61,19 +61,26 @@ std::wstring systemText(DWORD error)
     return std::wstring(text, length);
 }
 
-/// Path of an open file as the system knows it, with every link resolved.
-std::wstring finalPath(HANDLE file)
+/// Path of an open file in its volume, with every link resolved.
+std::wstring pathInVolume(HANDLE file)
 {
-    for (const DWORD form : {DWORD{VOLUME_NAME_DOS}, DWORD{VOLUME_NAME_NT}})
+    for (const std::size_t bytes : {std::size_t{2048}, std::size_t{131072}})
     {
-        std::wstring path(32768, L'\0');
-        const DWORD length = GetFinalPathNameByHandleW(file, path.data(), static_cast<DWORD>(path.size()), form);
-        if (length == 0 || length >= path.size())
-            continue;
-        path.resize(length);
-        return path;
+        std::vector<std::uint64_t> storage(bytes / sizeof(std::uint64_t));
+        auto* info = reinterpret_cast<FILE_NAME_INFO*>(storage.data());
+        if (GetFileInformationByHandleEx(file, FileNameInfo, info, static_cast<DWORD>(bytes)))
+            return std::wstring(info->FileName, info->FileNameLength / sizeof(wchar_t));
+        if (GetLastError() != ERROR_MORE_DATA && GetLastError() != ERROR_BAD_LENGTH)
+            break;
     }
     throwError(GetLastError());
+}
+
+DWORD volumeOf(HANDLE file)
+{
+    BY_HANDLE_FILE_INFORMATION data = {};
+    checked(GetFileInformationByHandle(file, &data));
+    return data.dwVolumeSerialNumber;
 }
 
 bool sameText(const std::wstring& left, const std::wstring& right)
@@ -162,9 +169,11 @@ FileHandle openName(const Place& place, DWORD access, DWORD share)
     // The way below the entry has to be the one that was listed: the entry's own folder, then the same names.
     const Place entry{place.root, place.below.substr(0, first)};
     const FileHandle top = openPath(pathOf(entry), FILE_READ_ATTRIBUTES, ShareAll);
-    if (infoOf(top.get()).kind != FileKind::Folder)
+    if (kindOf(top.get(), basicInfo(top.get()).FileAttributes) != FileKind::Folder)
         throwError(ERROR_CANT_ACCESS_FILE);
-    if (!sameText(finalPath(file.get()), finalPath(top.get()) + place.below.substr(first)))
+    if (!sameText(pathInVolume(file.get()), pathInVolume(top.get()) + place.below.substr(first)))
+        throwError(ERROR_CANT_ACCESS_FILE);
+    if (volumeOf(file.get()) != volumeOf(top.get()))
         throwError(ERROR_CANT_ACCESS_FILE);
     return file;
 }

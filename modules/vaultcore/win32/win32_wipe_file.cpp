@@ -97,11 +97,22 @@ private:
 
 constexpr DWORD WipeAccess = GENERIC_READ | GENERIC_WRITE | DELETE;
 
+/// A handle for the attributes alone. It is closed before the file is opened for nobody else, which it could prevent.
+FileHandle openAttributes(const Place& place)
+{
+    return openName(place, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES, ShareAll);
+}
+
+bool unprotectFile(const Place& place)
+{
+    const FileHandle file = openAttributes(place);
+    return infoOf(file.get()).kind == FileKind::File && unprotect(file.get());
+}
+
 /// A read-only file cannot be opened for writing: takes the attribute off first, and gives it back on failure.
 FileHandle openProtected(const Place& place)
 {
-    const FileHandle attributes = openName(place, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES, ShareAll);
-    if (infoOf(attributes.get()).kind != FileKind::File || !unprotect(attributes.get()))
+    if (!unprotectFile(place))
         throwError(ERROR_ACCESS_DENIED);
     try
     {
@@ -109,7 +120,7 @@ FileHandle openProtected(const Place& place)
     }
     catch (const FileFailure&)
     {
-        protect(attributes.get());
+        protect(openAttributes(place).get());
         throw;
     }
 }

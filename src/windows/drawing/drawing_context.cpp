@@ -52,11 +52,20 @@ void setFace(LOGFONTW& font, const wchar_t* face, LONG height)
     font.lfHeight = height;
 }
 
+/// Where the face is not installed, the system's own sans serif stands in, so that text is never left out.
+std::unique_ptr<Gdiplus::FontFamily> familyOf(const wchar_t* face)
+{
+    auto family = std::make_unique<Gdiplus::FontFamily>(face);
+    if (family->GetLastStatus() != Gdiplus::Ok)
+        family.reset(Gdiplus::FontFamily::GenericSansSerif()->Clone());
+    return family;
+}
+
 void makeDefaultFont(bool vista)
 {
     if (vista)
     {
-        context.defaultFamily = std::make_unique<Gdiplus::FontFamily>(L"Segoe UI");
+        context.defaultFamily = familyOf(L"Segoe UI");
         context.defaultFont = std::make_unique<Gdiplus::Font>(context.defaultFamily.get(), DefaultSize,
                                                               Gdiplus::FontStyleRegular, Gdiplus::UnitPixel);
         return;

@@ -1,0 +1,134 @@
+#include "panekit/test_dialog.h"
+
+namespace Panekit
+{
+
+namespace
+{
+
+class TextWithLinksTest : public ControlTest<ITextWithLinks>
+{
+protected:
+    TextWithLinksTest() : ControlTest(ControlClass::TextWithLinks) {}
+
+    void mouse(UINT message, int x, int y) { SendMessageW(window(), message, 0, MAKELPARAM(x, y)); }
+    void click(int x, int y)
+    {
+        mouse(WM_LBUTTONDOWN, x, y);
+        mouse(WM_LBUTTONUP, x, y);
+    }
+    void press(WPARAM key) { SendMessageW(window(), WM_KEYDOWN, key, 0); }
+    const TestDialog::Message& clicked() { return dialog_.received(ControlMessage::HyperlinkClicked); }
+};
+
+} // namespace
+
+TEST_F(TextWithLinksTest, sendsTheTargetOfTheClickedLink)
+{
+    control_->setText(L"<a href=\"riddle\">Set Riddle</a>");
+    control_->fitToContent();
+    click(width() / 2, height() / 2);
+    EXPECT_EQ(clicked().count, 1);
+    EXPECT_EQ(clicked().text, L"riddle");
+    EXPECT_EQ(clicked().wParam, static_cast<WPARAM>(control_->getControlId()));
+}
+
+TEST_F(TextWithLinksTest, sendsNothingForAClickBesideALink)
+{
+    control_->setText(L"plain <a href=\"x\">link</a>");
+    control_->fitToContent();
+    click(2, height() / 2);
+    EXPECT_EQ(clicked().count, 0);
+    click(width() - 3, height() / 2);
+    EXPECT_EQ(clicked().count, 1);
+}
+
+TEST_F(TextWithLinksTest, sendsNothingWhenTheMouseIsReleasedElsewhere)
+{
+    control_->setText(L"plain <a href=\"x\">link</a>");
+    control_->fitToContent();
+    mouse(WM_LBUTTONDOWN, width() - 3, height() / 2);
+    mouse(WM_LBUTTONUP, 2, height() / 2);
+    EXPECT_EQ(clicked().count, 0);
+}
+
+TEST_F(TextWithLinksTest, tellsTheParentOfTheMouse)
+{
+    control_->setText(L"<a href=\"x\">link</a>");
+    mouse(WM_MOUSEMOVE, 3, 3);
+    mouse(WM_LBUTTONDOWN, 3, 3);
+    mouse(WM_LBUTTONUP, 3, 3);
+    mouse(WM_MOUSELEAVE, 0, 0);
+    for (const wchar_t* const name : {ControlMessage::LinkMouseMove, ControlMessage::LinkButtonDown,
+                                      ControlMessage::LinkButtonUp, ControlMessage::LinkMouseLeave})
+        EXPECT_GE(dialog_.received(name).count, 1);
+}
+
+TEST_F(TextWithLinksTest, isReachedByTabOnlyWithALink)
+{
+    control_->setText(L"plain");
+    EXPECT_FALSE(GetWindowLongPtrW(window(), GWL_STYLE) & WS_TABSTOP);
+    control_->setText(L"<a href=\"x\">link</a>");
+    EXPECT_TRUE(GetWindowLongPtrW(window(), GWL_STYLE) & WS_TABSTOP);
+}
+
+TEST_F(TextWithLinksTest, followsALinkByTheKeyboard)
+{
+    control_->setText(L"<a href=\"one\">a</a> and <a href=\"two\">b</a>");
+    press(VK_RETURN);
+    EXPECT_EQ(clicked().text, L"one");
+    press(VK_RIGHT);
+    press(VK_SPACE);
+    EXPECT_EQ(clicked().text, L"two");
+    press(VK_DOWN);
+    press(VK_RETURN);
+    EXPECT_EQ(clicked().text, L"two");
+    press(VK_LEFT);
+    press(VK_UP);
+    press(VK_RETURN);
+    EXPECT_EQ(clicked().text, L"one");
+    EXPECT_EQ(clicked().count, 4);
+}
+
+TEST_F(TextWithLinksTest, takesTheEnterKeyFromTheDefaultButton)
+{
+    control_->setText(L"<a href=\"one\">a</a>");
+    MSG enter{};
+    enter.message = WM_KEYDOWN;
+    enter.wParam = VK_RETURN;
+    const LRESULT code = SendMessageW(window(), WM_GETDLGCODE, VK_RETURN, reinterpret_cast<LPARAM>(&enter));
+    EXPECT_TRUE(code & DLGC_WANTMESSAGE);
+    EXPECT_FALSE(SendMessageW(window(), WM_GETDLGCODE, 0, 0) & DLGC_WANTMESSAGE);
+}
+
+TEST_F(TextWithLinksTest, withoutALinkIgnoresTheKeyboard)
+{
+    control_->setText(L"plain");
+    press(VK_RETURN);
+    press(VK_RIGHT);
+    EXPECT_EQ(clicked().count, 0);
+}
+
+TEST_F(TextWithLinksTest, tellsItsTextWithoutTheAnchors)
+{
+    control_->setText(L"See <a href=\"x\">this</a>.");
+    EXPECT_EQ(windowText(), L"See this.");
+}
+
+TEST_F(TextWithLinksTest, growsWithItsWidth)
+{
+    control_->setText(L"A long text with <a href=\"x\">a link of several words</a> and an end.");
+    const int line = heightOfOneLine();
+    control_->setWidth(80, true);
+    EXPECT_GE(height(), 3 * line);
+    EXPECT_EQ(height(), control_->heightForWidth(80));
+}
+
+TEST_F(TextWithLinksTest, drawsItsLinks)
+{
+    control_->setText(L"<a href=\"x\">link</a>");
+    control_->fitToContent();
+    EXPECT_GT(paintedUnlike(RGB(255, 255, 255)), 0);
+}
+
+} // namespace Panekit

@@ -1,0 +1,99 @@
+#include "panekit/test_dialog.h"
+
+namespace Panekit
+{
+
+namespace
+{
+
+class TextWithPopupMenuTest : public ControlTest<ITextWithPopupMenu>
+{
+protected:
+    TextWithPopupMenuTest() : ControlTest(ControlClass::TextWithPopupMenu)
+    {
+        control_->addItem(L"Password", L"Password");
+        control_->addItem(L"Key file", L"Key File");
+    }
+
+    /// Opens the menu with the first key; the others are waiting for the menu's own loop.
+    void keys(WPARAM first, std::initializer_list<WPARAM> others)
+    {
+        for (const WPARAM key : others)
+            PostMessageW(window(), WM_KEYDOWN, key, 0);
+        SendMessageW(window(), WM_KEYDOWN, first, 0);
+    }
+    const TestDialog::Message& changed() { return dialog_.received(ControlMessage::ItemChanged); }
+};
+
+} // namespace
+
+TEST_F(TextWithPopupMenuTest, showsTheFirstItemAtFirst)
+{
+    EXPECT_EQ(windowText(), L"Password");
+}
+
+TEST_F(TextWithPopupMenuTest, selectsByIndexWithoutTellingTheParent)
+{
+    control_->setCurrentItem(1);
+    EXPECT_EQ(windowText(), L"Key file");
+    EXPECT_EQ(changed().count, 0);
+}
+
+TEST_F(TextWithPopupMenuTest, keepsItsItemForAnIndexThatIsNone)
+{
+    control_->setCurrentItem(1);
+    control_->setCurrentItem(2);
+    control_->setCurrentItem(-1);
+    EXPECT_EQ(windowText(), L"Key file");
+}
+
+TEST_F(TextWithPopupMenuTest, tellsTheParentWhatWasPicked)
+{
+    keys(VK_SPACE, {VK_DOWN, VK_DOWN, VK_RETURN});
+    EXPECT_EQ(changed().count, 1);
+    EXPECT_EQ(changed().lParam, 1);
+    EXPECT_EQ(windowText(), L"Key file");
+    keys(VK_RETURN, {VK_DOWN, VK_RETURN});
+    EXPECT_EQ(changed().count, 2);
+    EXPECT_EQ(changed().lParam, 0);
+    EXPECT_EQ(windowText(), L"Password");
+}
+
+TEST_F(TextWithPopupMenuTest, changesNothingWhenTheMenuIsLeft)
+{
+    keys(VK_DOWN, {VK_DOWN, VK_DOWN, VK_ESCAPE});
+    EXPECT_EQ(changed().count, 0);
+    EXPECT_EQ(windowText(), L"Password");
+}
+
+TEST_F(TextWithPopupMenuTest, isReachedByTab)
+{
+    EXPECT_TRUE(GetWindowLongPtrW(window(), GWL_STYLE) & WS_TABSTOP);
+}
+
+TEST_F(TextWithPopupMenuTest, alignsCaptionsWithItsText)
+{
+    control_->move(30, 40);
+    EXPECT_GE(control_->getCaptionLeft(), 30);
+    control_->fitToContent();
+    // Nothing is drawn to the left of that column.
+    const int column = control_->getCaptionLeft() - 30;
+    Drawing::MemoryBuffer buffer;
+    paintInto(buffer);
+    for (int x = 0; x < column; ++x)
+        for (int y = 0; y < buffer.height(); ++y)
+            EXPECT_EQ(GetPixel(buffer.dc(), x, y), RGB(255, 255, 255));
+    EXPECT_GT(paintedUnlike(RGB(255, 255, 255), column), 0);
+}
+
+TEST_F(TextWithPopupMenuTest, keepsItsSizeFromChoiceToChoice)
+{
+    control_->addItem(L"A much longer choice", L"Long");
+    control_->fitToContent();
+    const int before = width();
+    control_->setCurrentItem(2);
+    control_->fitToContent();
+    EXPECT_EQ(width(), before);
+}
+
+} // namespace Panekit
