@@ -54,8 +54,8 @@ bool ControlWindow::open(const wchar_t* className, HWND parent, const RECT& area
     id_ = nextId();
     CreateWindowExW(0, className, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | windowStyle(),
                     static_cast<int>(area.left), static_cast<int>(area.top), static_cast<int>(widthOf(area)),
-                    static_cast<int>(heightOf(area)), parent,
-                    reinterpret_cast<HMENU>(static_cast<INT_PTR>(id_)), ownModule(), this);
+                    static_cast<int>(heightOf(area)), parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id_)),
+                    ownModule(), this);
     if (!window_)
         return false;
     onOpened();

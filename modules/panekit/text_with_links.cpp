@@ -57,11 +57,13 @@ FlowedText TextWithLinks::flow(int width)
 {
     const Drawing::WindowDc dc(window());
     const Drawing::Selected selected(dc.get(), font());
-    return flowText(runs_, width, lineHeight(font()), [&dc](const std::wstring& text) {
-        SIZE size{};
-        GetTextExtentPoint32W(dc.get(), text.c_str(), static_cast<int>(text.size()), &size);
-        return static_cast<int>(size.cx);
-    });
+    return flowText(runs_, width, lineHeight(font()),
+                    [&dc](const std::wstring& text)
+                    {
+                        SIZE size{};
+                        GetTextExtentPoint32W(dc.get(), text.c_str(), static_cast<int>(text.size()), &size);
+                        return static_cast<int>(size.cx);
+                    });
 }
 
 SIZE TextWithLinks::contentSize(int width)

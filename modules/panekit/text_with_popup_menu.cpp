@@ -83,9 +83,8 @@ void TextWithPopupMenu::paint(HDC dc, const RECT& client)
 void TextWithPopupMenu::drawArrow(HDC dc, LONG left, LONG middle)
 {
     const LONG half = scaled(ArrowWidth) / 2;
-    const POINT corners[] = {{left, middle - half / 2},
-                             {left + 2 * half, middle - half / 2},
-                             {left + half, middle - half / 2 + half}};
+    const POINT corners[] = {
+        {left, middle - half / 2}, {left + 2 * half, middle - half / 2}, {left + half, middle - half / 2 + half}};
     const Drawing::GdiObject<HBRUSH> brush(CreateSolidBrush(LinkColour));
     const Drawing::GdiObject<HPEN> pen(CreatePen(PS_SOLID, 1, LinkColour));
     const Drawing::Selected selectedBrush(dc, brush.get());

@@ -99,6 +99,7 @@ void DeletionJob::workOnFolder(const JobItem& item)
         keepFoldersOf(item.place);
         return finish(item, &*failure);
     }
+    list_.forgetName(item.info.identity);
     if (started)
         finish(item, nullptr);
 }

@@ -2,6 +2,7 @@
 
 #include "vaultcore/wildcard.h"
 
+#include <algorithm>
 #include <ranges>
 
 namespace VaultCore
@@ -41,8 +42,15 @@ std::uint64_t JobFiles::namesOf(const FileIdentity& identity) const
 void JobFiles::forgetName(const FileIdentity& identity)
 {
     const auto found = names_.find(identity);
-    if (found != names_.end() && found->second > 0)
-        --found->second;
+    if (found != names_.end() && --found->second > 0)
+        return;
+    if (found != names_.end())
+        names_.erase(found);
+    // The system may give the identity to the next file that is made; that one is not known.
+    const auto first = known_.lower_bound({identity, {}, {}});
+    const auto last =
+        std::find_if(first, known_.end(), [&](const NameKey& key) { return std::get<0>(key) != identity; });
+    known_.erase(first, last);
 }
 
 std::vector<JobItem> JobFiles::readEntry(const std::wstring& entry)

@@ -62,6 +62,7 @@ public:
     std::uint64_t totalSize() const { return totalSize_; }
     /// How many names of the file are still in the job.
     std::uint64_t namesOf(const FileIdentity& identity) const;
+    /// One name of the file, or the folder, is removed.
     void forgetName(const FileIdentity& identity);
 
 private:

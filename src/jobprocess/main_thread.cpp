@@ -66,8 +66,8 @@ int MainThread::showDecryptionPasswordWindow(const wchar_t* fileName, const wcha
                                              std::wstring& keyFile)
 {
     // The out texts start as the caller's own, so that an answer other than 0 leaves them as they are.
-    DecryptionPasswordRequest request{textOf(fileName), textOf(passwordToFillIn), textOf(keyFileToFillIn), mode,
-                                      validator,        password,                 keyFile};
+    DecryptionPasswordRequest request{
+        textOf(fileName), textOf(passwordToFillIn), textOf(keyFileToFillIn), mode, validator, password, keyFile};
     const int answer = window_.showDecryptionPassword(request);
     password = request.passwordOut;
     keyFile = request.keyFileOut;

@@ -109,12 +109,12 @@ TEST_F(MainThreadTest, aJobFileThatCannotBeDeletedIsNoFailure)
 
 TEST_F(MainThreadTest, theFirstKindInOrderWins)
 {
-    const std::vector<std::wstring> labels = {
-        L"getxml_set_operation_encryption", L"getxml_set_operation_sfxencryption", L"getxml_set_operation_decryption",
-        L"getxml_set_operation_dblclk_decryption", L"getxml_set_operation_wipe"};
-    bool Fakes::JobAnswers::* const kinds[] = {
-        &Fakes::JobAnswers::encryption, &Fakes::JobAnswers::sfxEncryption, &Fakes::JobAnswers::decryption,
-        &Fakes::JobAnswers::doubleClickDecryption, &Fakes::JobAnswers::wipe};
+    const std::vector<std::wstring> labels = {L"getxml_set_operation_encryption", L"getxml_set_operation_sfxencryption",
+                                              L"getxml_set_operation_decryption",
+                                              L"getxml_set_operation_dblclk_decryption", L"getxml_set_operation_wipe"};
+    bool Fakes::JobAnswers::*const kinds[] = {&Fakes::JobAnswers::encryption, &Fakes::JobAnswers::sfxEncryption,
+                                              &Fakes::JobAnswers::decryption, &Fakes::JobAnswers::doubleClickDecryption,
+                                              &Fakes::JobAnswers::wipe};
     for (const auto kind : kinds)
         job().*kind = true;
     for (std::size_t i = 0; i < labels.size(); ++i)
@@ -160,14 +160,14 @@ TEST_F(MainThreadTest, aWholeWipeReportsItsCounts)
     EXPECT_EQ(run(), L"");
     EXPECT_EQ(engine_.liveObjects(), 0);
     EXPECT_EQ(tracked(),
-              (std::vector<std::wstring>{
-                  L"TrackViewEvent(jobrunner, getxml_set_operation_wipe, none)",
-                  L"TrackView(jobrunner/wipe, Wipe Thread (JobRunner))", L"TrackViewEvent(err_file_error, Access is denied., none)",
-                  L"TrackViewEvent(set_user_action_skip, , none)",
-                  L"TrackEvent(winzel wipe usage statistics, use_op_wipe, , none)",
-                  L"TrackEvent(winzel wipe usage statistics, processed_file_count, , 1)",
-                  L"TrackEvent(winzel wipe usage statistics, failed_file_count, , 1)",
-                  L"TrackEvent(winzel wipe usage statistics, processed_total_size_mb, , 3)"}));
+              (std::vector<std::wstring>{L"TrackViewEvent(jobrunner, getxml_set_operation_wipe, none)",
+                                         L"TrackView(jobrunner/wipe, Wipe Thread (JobRunner))",
+                                         L"TrackViewEvent(err_file_error, Access is denied., none)",
+                                         L"TrackViewEvent(set_user_action_skip, , none)",
+                                         L"TrackEvent(winzel wipe usage statistics, use_op_wipe, , none)",
+                                         L"TrackEvent(winzel wipe usage statistics, processed_file_count, , 1)",
+                                         L"TrackEvent(winzel wipe usage statistics, failed_file_count, , 1)",
+                                         L"TrackEvent(winzel wipe usage statistics, processed_total_size_mb, , 3)"}));
 }
 
 TEST_F(MainThreadTest, theModulesObjectsAreReleasedOnEachWayOut)

@@ -248,8 +248,7 @@ TEST_F(PlatformSessionTest, anEngineWithoutAnExportIsUnloadedFirst)
         PlatformSession session;
         EXPECT_FALSE(session.start());
         const auto unloads = system_.log.callsOf(L"unload");
-        EXPECT_EQ(unloads,
-                  (Steps{L"unload C:\\Suite\\bin\\vaultcore.dll", L"unload C:\\Suite\\bin\\zelplatform.dll"}));
+        EXPECT_EQ(unloads, (Steps{L"unload C:\\Suite\\bin\\vaultcore.dll", L"unload C:\\Suite\\bin\\zelplatform.dll"}));
         EXPECT_TRUE(system_.log.callsOf(L"vaultcore.uninitialize").empty());
     }
 }

@@ -79,8 +79,7 @@ TEST_F(ProgramTest, aMissingModuleIsToldWithTheNamesOfTwoOthers)
     system_.modules.remove(folder_ + L"panekit.dll");
     EXPECT_EQ(runJobProcess(tracker_), 1);
     EXPECT_EQ(system_.messageBoxes.boxes(), (Boxes{{L"Cannot initialize ZelPlatform/VaultCore", L"Job Runner", 0x40}}));
-    EXPECT_EQ(tracker_->calls(), (Calls{L"TrackView(jobrunner, JobRunner.exe)",
-                                        L"TrackViewEvent(start_module, , none)",
+    EXPECT_EQ(tracker_->calls(), (Calls{L"TrackView(jobrunner, JobRunner.exe)", L"TrackViewEvent(start_module, , none)",
                                         L"TrackViewEvent(error, Cannot initialize ZelPlatform/VaultCore, none)"}));
 }
 

@@ -110,15 +110,15 @@ void fillRoundedRectangle(Gdiplus::Graphics& graphics, const Gdiplus::Rect& area
     fillRounded(graphics, area, radius, Gdiplus::SolidBrush(colour));
 }
 
-void drawRoundedRectangle(Gdiplus::Graphics& graphics, const Gdiplus::Rect& area, int radius,
-                          const Gdiplus::Color& top, const Gdiplus::Color& bottom)
+void drawRoundedRectangle(Gdiplus::Graphics& graphics, const Gdiplus::Rect& area, int radius, const Gdiplus::Color& top,
+                          const Gdiplus::Color& bottom)
 {
     const auto brush = verticalGradient(area, top, bottom);
     drawRounded(graphics, area, radius, Gdiplus::Pen(&brush, PenWidth));
 }
 
-void fillRoundedRectangle(Gdiplus::Graphics& graphics, const Gdiplus::Rect& area, int radius,
-                          const Gdiplus::Color& top, const Gdiplus::Color& bottom)
+void fillRoundedRectangle(Gdiplus::Graphics& graphics, const Gdiplus::Rect& area, int radius, const Gdiplus::Color& top,
+                          const Gdiplus::Color& bottom)
 {
     fillRounded(graphics, area, radius, verticalGradient(area, top, bottom));
 }

@@ -23,9 +23,9 @@ void drawRoundedRectangle(Gdiplus::Graphics& graphics, const Gdiplus::Rect& area
                           const Gdiplus::Color& colour);
 void fillRoundedRectangle(Gdiplus::Graphics& graphics, const Gdiplus::Rect& area, int radius,
                           const Gdiplus::Color& colour);
-void drawRoundedRectangle(Gdiplus::Graphics& graphics, const Gdiplus::Rect& area, int radius,
-                          const Gdiplus::Color& top, const Gdiplus::Color& bottom);
-void fillRoundedRectangle(Gdiplus::Graphics& graphics, const Gdiplus::Rect& area, int radius,
-                          const Gdiplus::Color& top, const Gdiplus::Color& bottom);
+void drawRoundedRectangle(Gdiplus::Graphics& graphics, const Gdiplus::Rect& area, int radius, const Gdiplus::Color& top,
+                          const Gdiplus::Color& bottom);
+void fillRoundedRectangle(Gdiplus::Graphics& graphics, const Gdiplus::Rect& area, int radius, const Gdiplus::Color& top,
+                          const Gdiplus::Color& bottom);
 
 } // namespace Drawing

@@ -119,8 +119,7 @@ TEST_F(Shapes, aGradientGoesFromTheTopDown)
 {
     Gdiplus::Bitmap bitmap(20, 20, PixelFormat32bppARGB);
     Gdiplus::Graphics graphics(&bitmap);
-    fillRectangle(graphics, Gdiplus::Rect(0, 0, 20, 20), Gdiplus::Color(255, 200, 0, 0),
-                  Gdiplus::Color(255, 0, 0, 0));
+    fillRectangle(graphics, Gdiplus::Rect(0, 0, 20, 20), Gdiplus::Color(255, 200, 0, 0), Gdiplus::Color(255, 0, 0, 0));
     EXPECT_GT(pixel(bitmap, 10, 1).GetRed(), 170);
     EXPECT_LT(pixel(bitmap, 10, 18).GetRed(), 30);
     EXPECT_EQ(pixel(bitmap, 2, 10).GetValue(), pixel(bitmap, 17, 10).GetValue());

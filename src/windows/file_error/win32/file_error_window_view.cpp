@@ -177,8 +177,8 @@ void FileErrorWindowView::makeHeader()
 
 ISimpleText* FileErrorWindowView::makeText(const wchar_t* text)
 {
-    auto* const control = createControlAs<ISimpleText>(ControlClass::SimpleText, dialog_, 0, 0, ProvisionalWidth,
-                                                       ProvisionalHeight);
+    auto* const control =
+        createControlAs<ISimpleText>(ControlClass::SimpleText, dialog_, 0, 0, ProvisionalWidth, ProvisionalHeight);
     controls_.push_back(control);
     control->setText(text);
     return control;
