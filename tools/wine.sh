@@ -138,6 +138,8 @@ make_prefix() {
     WINEDLLOVERRIDES="mscoree=;mshtml=" in_wine wine wineboot --init
     in_wine wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f
     in_wine wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1024x768 /f
+    # A crash ends the program at once instead of waiting in a window.
+    in_wine wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d false /f
     in_wine wineserver -w
     touch "$home/prefix.ready"
 }

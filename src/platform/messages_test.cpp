@@ -229,17 +229,6 @@ TEST_P(Messages, aThreadThatWaitsForAnAnswerAnswersForItsOwnWindow)
 
 INSTANTIATE_EACH_SYSTEM(Messages);
 
-TEST(ThreadMessages, aSenderIsReleasedWhenTheOwningThreadEnds)
-{
-    Platform::ThreadMessages messages;
-    messages.registerClass(ClassName);
-    Receiver receiver(messages);
-    Platform::WindowHandle window = nullptr;
-    std::thread([&] { window = messages.createWindow(ClassName, L"", receiver); }).join();
-    ASSERT_NE(window, nullptr);
-    EXPECT_EQ(messages.send(window, Ask, 0, 0), 0);
-}
-
 TEST(ThreadMessages, aSenderIsReleasedWhenTheProcedureThrows)
 {
     Platform::ThreadMessages messages;

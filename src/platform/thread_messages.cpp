@@ -6,7 +6,6 @@
 #include <mutex>
 #include <set>
 #include <thread>
-#include <vector>
 
 namespace Platform
 {
@@ -127,22 +126,6 @@ public:
         queue.quit = false;
     }
 
-    void endThread()
-    {
-        const std::lock_guard guard(lock_);
-        const std::thread::id thread = std::this_thread::get_id();
-        std::vector<WindowHandle> orphans;
-        for (const auto& [handle, window] : windows_)
-            if (window.owner == thread)
-                orphans.push_back(handle);
-        for (const WindowHandle handle : orphans)
-        {
-            windows_.erase(handle);
-            releaseSenders(handle);
-        }
-        queues_.erase(thread);
-    }
-
 private:
     /// Answers its sender even when the procedure throws, so that nobody is stranded.
     class Answer
@@ -205,27 +188,6 @@ private:
     std::uintptr_t lastHandle_ = 0;
 };
 
-/// Ends what a thread leaves behind: a later thread may get the same id.
-struct ThreadMessages::ThreadEnd
-{
-    std::vector<std::weak_ptr<State>> states;
-
-    ~ThreadEnd()
-    {
-        for (const std::weak_ptr<State>& state : states)
-            if (const std::shared_ptr<State> alive = state.lock())
-                alive->endThread();
-    }
-
-    static void watch(const std::shared_ptr<State>& state)
-    {
-        thread_local ThreadEnd end;
-        std::erase_if(end.states, [&](const std::weak_ptr<State>& watched)
-                      { return watched.expired() || watched.lock() == state; });
-        end.states.push_back(state);
-    }
-};
-
 ThreadMessages::ThreadMessages() : state_(std::make_shared<State>()) {}
 ThreadMessages::~ThreadMessages() = default;
 
@@ -242,7 +204,6 @@ void ThreadMessages::unregisterClass(const std::wstring& className)
 WindowHandle ThreadMessages::createWindow(const std::wstring& className, const std::wstring&,
                                           WindowProcedure& procedure)
 {
-    ThreadEnd::watch(state_);
     return state_->createWindow(className, procedure);
 }
 
@@ -259,19 +220,16 @@ std::intptr_t ThreadMessages::defaultProcedure(WindowHandle, std::uint32_t, std:
 std::intptr_t ThreadMessages::send(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
                                    std::intptr_t lParam)
 {
-    ThreadEnd::watch(state_);
     return state_->send(window, message, wParam, lParam);
 }
 
 void ThreadMessages::postQuit()
 {
-    ThreadEnd::watch(state_);
     state_->postQuit();
 }
 
 void ThreadMessages::runLoop()
 {
-    ThreadEnd::watch(state_);
     state_->runLoop();
 }
 

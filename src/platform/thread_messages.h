@@ -9,7 +9,7 @@ namespace Platform
 
 /// The rules of hidden windows and blocking messages without a window system: what a system without windows uses.
 /// A window answers on its own thread only: from the message loop, or while that thread itself waits in `send`.
-/// Whoever waits for a window that ends, or whose thread ends, gets 0. Any thread.
+/// Whoever waits for a window that ends gets 0. Any thread.
 class ThreadMessages : public Messages
 {
 public:
@@ -30,7 +30,6 @@ public:
 
 private:
     class State;
-    struct ThreadEnd;
     // Shared with the threads that own windows, which may outlive this object.
     std::shared_ptr<State> state_;
 };

@@ -150,6 +150,8 @@ std::unique_ptr<IWipeFile> openWipeFile(const Place& place)
     checked(GetFileInformationByHandleEx(file.get(), FileBasicInfo, &basic, sizeof basic));
     if ((basic.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
         throw FileFailure(FailureCause::NotInPlace, 0);
+    // A user with rights above the attribute opens the file in spite of it, but cannot remove it so.
+    unprotect(file.get());
     return std::make_unique<Win32WipeFile>(std::move(file), place);
 }
 

@@ -92,7 +92,9 @@ Session runOnTerminal(const std::string& awaited, const std::string& typed,
     for (int round = 0; round < 100 && session.shown.find(awaited) == std::string::npos; ++round)
         session.shown += readAvailable(user, 50ms);
     if (!typed.empty())
+    {
         EXPECT_EQ(write(user, typed.data(), typed.size()), static_cast<ssize_t>(typed.size()));
+    }
     session.shown += readAvailable(user, 2000ms);
     waitpid(child, &session.status, 0);
     close(user);
