@@ -86,7 +86,8 @@ TEST(JobFileSchema, givesTheDefaultsThatAreUsed)
 
 TEST(JobFileSchema, typesTheFieldsAsTheyAreRead)
 {
-    for (const auto& property : schema()["properties"].items())
+    const nlohmann::json properties = schema()["properties"];
+    for (const auto& property : properties.items())
     {
         nlohmann::json job{{"kind", "encrypt"}, {"files", {"a"}}};
         job[property.key()] = false;

@@ -52,30 +52,35 @@ void setFace(LOGFONTW& font, const wchar_t* face, LONG height)
     font.lfHeight = height;
 }
 
-/// Where the face is not installed, the system's own sans serif stands in, so that text is never left out.
-std::unique_ptr<Gdiplus::FontFamily> familyOf(const wchar_t* face)
+std::unique_ptr<Gdiplus::Font> systemFont()
 {
-    auto family = std::make_unique<Gdiplus::FontFamily>(face);
-    if (family->GetLastStatus() != Gdiplus::Ok)
-        family.reset(Gdiplus::FontFamily::GenericSansSerif()->Clone());
+    const WindowDc screen(nullptr);
+    const auto stock = static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
+    return std::make_unique<Gdiplus::Font>(screen.get(), stock);
+}
+
+std::unique_ptr<Gdiplus::FontFamily> familyOf(const Gdiplus::Font& font)
+{
+    auto family = std::make_unique<Gdiplus::FontFamily>();
+    font.GetFamily(family.get());
     return family;
 }
 
 void makeDefaultFont(bool vista)
 {
-    if (vista)
+    if (!vista)
     {
-        context.defaultFamily = familyOf(L"Segoe UI");
-        context.defaultFont = std::make_unique<Gdiplus::Font>(context.defaultFamily.get(), DefaultSize,
-                                                              Gdiplus::FontStyleRegular, Gdiplus::UnitPixel);
+        setFace(context.logFont, L"MS Shell Dlg 2", OldFontHeight);
+        context.defaultFont = systemFont();
+        context.defaultFamily = familyOf(*context.defaultFont);
         return;
     }
-    setFace(context.logFont, L"MS Shell Dlg 2", OldFontHeight);
-    const WindowDc screen(nullptr);
-    context.defaultFont =
-        std::make_unique<Gdiplus::Font>(screen.get(), static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT)));
-    context.defaultFamily = std::make_unique<Gdiplus::FontFamily>();
-    context.defaultFont->GetFamily(context.defaultFamily.get());
+    context.defaultFamily = std::make_unique<Gdiplus::FontFamily>(L"Segoe UI");
+    // Where the face is not installed, that of the system's dialogs stands in, so that text is never left out.
+    if (!context.defaultFamily->IsAvailable())
+        context.defaultFamily = familyOf(*systemFont());
+    context.defaultFont = std::make_unique<Gdiplus::Font>(context.defaultFamily.get(), DefaultSize,
+                                                          Gdiplus::FontStyleRegular, Gdiplus::UnitPixel);
 }
 
 void makeGdiFont()
