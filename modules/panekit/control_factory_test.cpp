@@ -70,7 +70,7 @@ TEST_F(CreateControl, makesAVisibleChildAtTheGivenPlace)
         ASSERT_TRUE(control);
         const auto window = static_cast<HWND>(control->getWindowHandle());
         EXPECT_EQ(GetParent(window), dialog_.window());
-        EXPECT_TRUE(IsWindowVisible(window));
+        EXPECT_TRUE(GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE);
         ControlRect rect{};
         control->getRect(&rect);
         EXPECT_EQ(rect.left, 5);

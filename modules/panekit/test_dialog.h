@@ -13,7 +13,7 @@
 namespace Panekit
 {
 
-/// A parent window for controls that remembers the registered messages that it is sent.
+/// A hidden parent window for controls that remembers the registered messages that it is sent.
 class TestDialog
 {
 public:
@@ -33,8 +33,8 @@ public:
         windowClass.hInstance = GetModuleHandleW(nullptr);
         windowClass.lpszClassName = L"test dialog";
         RegisterClassW(&windowClass);
-        window_ = CreateWindowExW(0, windowClass.lpszClassName, L"", WS_POPUP | WS_CLIPCHILDREN | WS_VISIBLE, 10, 10,
-                                  400, 300, nullptr, nullptr, windowClass.hInstance, this);
+        window_ = CreateWindowExW(0, windowClass.lpszClassName, L"", WS_POPUP | WS_CLIPCHILDREN, 10, 10, 400, 300,
+                                  nullptr, nullptr, windowClass.hInstance, this);
     }
     ~TestDialog()
     {
