@@ -2,6 +2,7 @@
 // picture of every window that shows up. Usage: job_driver.exe JOB.json; its exit code is the program's.
 
 #include <cstdio>
+#include <cwchar>
 #include <set>
 
 #include "scenarios/sample_folder.h"
@@ -38,10 +39,25 @@ void answer(const Window& window)
         window.click(window.hasItem(IDOK) ? IDOK : IDCANCEL);
 }
 
+/// Waits for a while until the title tells of a tenth of the job, so that the picture shows the bars at work.
+void waitForBars(const Window& window)
+{
+    for (int round = 0; round < 200; ++round)
+    {
+        const std::wstring caption = window.caption();
+        const std::size_t open = caption.find(L'(');
+        if (open != std::wstring::npos && std::wcstol(caption.c_str() + open + 1, nullptr, 10) >= 10)
+            return;
+        Sleep(5);
+    }
+}
+
 void meet(const Window& window)
 {
     const std::wstring name = nameOf(window);
-    if (name != L"progress")
+    if (name == L"progress")
+        waitForBars(window);
+    else
         Sleep(PaintTime);
     std::wprintf(L"window \"%ls\" (%ls)\n", window.caption().c_str(), name.c_str());
     if (!takeScreenshot(window, name))
