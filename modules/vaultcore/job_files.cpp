@@ -3,7 +3,7 @@
 #include "vaultcore/wildcard.h"
 
 #include <algorithm>
-#include <ranges>
+#include <iterator>
 
 namespace VaultCore
 {
@@ -114,8 +114,7 @@ void JobFiles::addTree(const Place& folder, const FileInfo& info, std::vector<Jo
         }
     }
     // A folder is found before what is in it, so the way back meets the inner ones first.
-    for (JobItem& found : folders | std::views::reverse)
-        items.push_back(std::move(found));
+    items.insert(items.end(), std::make_move_iterator(folders.rbegin()), std::make_move_iterator(folders.rend()));
 }
 
 void JobFiles::addChild(const Place& place, std::vector<JobItem>& items, std::vector<JobItem>& pending)
