@@ -100,7 +100,16 @@ void Window::click(int item) const
 void Window::clickWithMouse(int item) const
 {
     SetForegroundWindow(handle_);
-    const POINT place = centreOf(GetDlgItem(handle_, item));
+    const HWND button = GetDlgItem(handle_, item);
+    POINT place{};
+    // As a person does: only once the button is there to be seen, with no other window before it.
+    waitUntil(
+        [&]
+        {
+            place = centreOf(button);
+            return WindowFromPoint(place) == button;
+        },
+        milliseconds(2000));
     SetCursorPos(place.x, place.y);
     sendMouse(MOUSEEVENTF_LEFTDOWN);
     sendMouse(MOUSEEVENTF_LEFTUP);
