@@ -8,6 +8,9 @@ namespace
 // A window that does not answer counts as one without text.
 constexpr UINT AnswerLimit = 2000;
 
+// Looks in a row, some 10 ms apart, at which the pointer must stand on a button before it is pressed.
+constexpr int RestingLooks = 10;
+
 std::wstring textOf(HWND window)
 {
     if (window == nullptr)
@@ -101,16 +104,22 @@ void Window::clickWithMouse(int item) const
 {
     SetForegroundWindow(handle_);
     const HWND button = GetDlgItem(handle_, item);
-    POINT place{};
-    // As a person does: only once the button is there to be seen, with no other window before it.
+    // As a person does: only once the pointer rests on a button that is there to be seen. A window that is just being
+    // mapped can still throw the pointer back to where it stood before.
+    int looks = 0;
     waitUntil(
         [&]
         {
-            place = centreOf(button);
-            return WindowFromPoint(place) == button;
+            const POINT place = centreOf(button);
+            POINT pointer{};
+            GetCursorPos(&pointer);
+            const bool rests = pointer.x == place.x && pointer.y == place.y && WindowFromPoint(place) == button;
+            looks = rests ? looks + 1 : 0;
+            if (!rests)
+                SetCursorPos(place.x, place.y);
+            return looks == RestingLooks;
         },
-        milliseconds(2000));
-    SetCursorPos(place.x, place.y);
+        milliseconds(5000));
     sendMouse(MOUSEEVENTF_LEFTDOWN);
     sendMouse(MOUSEEVENTF_LEFTUP);
 }
