@@ -53,7 +53,7 @@ bool isDevelopmentLayout(const std::wstring& applicationFolder)
 
 std::wstring moduleFolder(const std::wstring& developmentFolder)
 {
-    const std::wstring applicationFolder = GetModuleFolder(nullptr);
+    std::wstring applicationFolder = GetModuleFolder(nullptr);
     if (!isDevelopmentLayout(applicationFolder))
         return applicationFolder;
     return ResolveRelativePath(native(L"..\\..\\source\\extlibs\\"), applicationFolder) + native(developmentFolder);

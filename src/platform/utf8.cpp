@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 namespace Platform
 {
@@ -101,13 +102,19 @@ void appendUtf8(std::string& text, std::uint32_t value)
         add(0x80 | (value >> shift & 0x3F));
 }
 
+/// The unit at `index`; `wchar_t` is signed on some systems.
+std::uint32_t unitAt(std::wstring_view text, std::size_t index)
+{
+    return static_cast<std::make_unsigned_t<wchar_t>>(text[index]);
+}
+
 /// The character at `index`, which moves behind it.
 std::uint32_t nextCharacter(std::wstring_view text, std::size_t& index)
 {
-    const auto value = static_cast<std::uint32_t>(text[index++]);
+    const std::uint32_t value = unitAt(text, index++);
     if (!WideIsUtf16 || !isHighSurrogate(value) || index == text.size())
         return value;
-    const auto low = static_cast<std::uint32_t>(text[index]);
+    const std::uint32_t low = unitAt(text, index);
     if (!isLowSurrogate(low))
         return value;
     ++index;

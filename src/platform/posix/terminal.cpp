@@ -175,8 +175,9 @@ std::optional<std::wstring> Terminal::readLine(const std::wstring& prompt, bool 
         write("\n");
     if (!bytes)
         return std::nullopt;
-    std::wstring line = fromUtf8(*bytes);
-    explicit_bzero(bytes->data(), bytes->size());
+    std::string& typed = *bytes;
+    std::wstring line = fromUtf8(typed);
+    explicit_bzero(typed.data(), typed.size());
     return line;
 }
 

@@ -19,7 +19,7 @@ class PosixThread : public Thread
 {
 public:
     explicit PosixThread(std::thread thread) : thread_(std::move(thread)) {}
-    ~PosixThread()
+    ~PosixThread() override
     {
         if (thread_.joinable())
             thread_.detach();

@@ -87,7 +87,7 @@ std::wstring operationTitle(int operation)
 
 std::wstring progressTitle(int operation, std::optional<int> percent)
 {
-    const std::wstring title = operationTitle(operation);
+    std::wstring title = operationTitle(operation);
     if (!percent)
         return title;
     return title + L" (" + std::to_wstring(*percent) + L"%)";
