@@ -151,7 +151,11 @@ void Terminal::showStatus()
     const int room = columns() - 1;
     std::string bytes;
     for (const std::wstring& line : status_)
-        bytes += (bytes.empty() ? "" : "\n") + toUtf8(fitColumns(displayLine(line), room));
+    {
+        if (!bytes.empty())
+            bytes += '\n';
+        bytes += toUtf8(fitColumns(displayLine(line), room));
+    }
     write(bytes);
     shownLines_ = status_.size();
 }
