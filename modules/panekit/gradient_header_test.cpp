@@ -53,6 +53,16 @@ TEST_F(GradientHeaderTest, drawsAndTellsItsText)
     EXPECT_EQ(windowText(), L"Please choose what to do with file.");
 }
 
+TEST_F(GradientHeaderTest, showsAnAmpersandAsItIs)
+{
+    control_->setText(L"ab");
+    control_->fitToContent();
+    const int without = width();
+    control_->setText(L"a&b");
+    control_->fitToContent();
+    EXPECT_GT(width(), without);
+}
+
 TEST_F(GradientHeaderTest, needsMoreHeightForALongTextInALittleWidth)
 {
     control_->setText(L"Please choose what to do with file.");

@@ -1,5 +1,9 @@
 #include "panekit/test_dialog.h"
 
+#include <vector>
+
+#include <commctrl.h>
+
 namespace Panekit
 {
 
@@ -24,14 +28,53 @@ protected:
         Drawing::fillSolid(behind.dc(), RECT{50, 60, client.right, client.bottom}, colour);
         dynamic_cast<IControlBackground*>(base_)->setBackground(dialog_.window(), behind.dc());
     }
+
+    std::vector<COLORREF> picture()
+    {
+        Drawing::MemoryBuffer buffer;
+        paintInto(buffer);
+        std::vector<COLORREF> pixels;
+        for (int y = 0; y < buffer.height(); ++y)
+            for (int x = 0; x < buffer.width(); ++x)
+                pixels.push_back(GetPixel(buffer.dc(), x, y));
+        return pixels;
+    }
+
+    /// What the control answers when its tooltip asks for a text.
+    std::wstring tip()
+    {
+        NMTTDISPINFOW question{};
+        question.hdr.hwndFrom = tooltip();
+        question.hdr.code = static_cast<UINT>(TTN_GETDISPINFOW);
+        question.lpszText = question.szText;
+        SendMessageW(window(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&question));
+        return question.lpszText;
+    }
+
+    static HWND tooltip()
+    {
+        HWND found = nullptr;
+        EnumThreadWindows(GetCurrentThreadId(), keepTooltip, reinterpret_cast<LPARAM>(&found));
+        return found;
+    }
+
+private:
+    static BOOL CALLBACK keepTooltip(HWND window, LPARAM found)
+    {
+        wchar_t name[40] = {};
+        GetClassNameW(window, name, 40);
+        if (std::wstring(name) == TOOLTIPS_CLASSW)
+            *reinterpret_cast<HWND*>(found) = window;
+        return TRUE;
+    }
 };
 
-std::wstring longPath()
+std::wstring longPath(const wchar_t* name = L"report.docx")
 {
     std::wstring path = L"C:";
     while (path.size() < 300)
         path += L"\\a folder with a name";
-    return path + L"\\report.docx";
+    return path + L'\\' + name;
 }
 
 } // namespace
@@ -89,11 +132,24 @@ TEST_F(SimpleTextTest, showsAShortenedPathButTellsAllOfIt)
     control_->setText(longPath().c_str());
     control_->setPathStyle();
     control_->setWidth(200, true);
-    const int inside = paintedUnlike(White, 0);
-    EXPECT_GT(inside, 0);
+    EXPECT_GT(paintedUnlike(White), 0);
     EXPECT_EQ(windowText(), longPath());
-    // The end of the path is in sight, so there is ink in the last quarter.
-    EXPECT_GT(paintedUnlike(White, 150), 0);
+    // The name at its end is in sight.
+    const auto report = picture();
+    control_->setText(longPath(L"letter.docx").c_str());
+    EXPECT_NE(picture(), report);
+}
+
+TEST_F(SimpleTextTest, tellsAllOfAShortenedPathInATip)
+{
+    control_->setText(longPath().c_str());
+    EXPECT_FALSE(tooltip());
+    control_->setPathStyle();
+    ASSERT_TRUE(tooltip());
+    control_->setWidth(200, true);
+    EXPECT_EQ(tip(), longPath());
+    control_->setText(L"C:\\a.txt");
+    EXPECT_EQ(tip(), L"");
 }
 
 TEST_F(SimpleTextTest, showsAnAmpersandAsItIs)

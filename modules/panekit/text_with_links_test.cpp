@@ -1,5 +1,7 @@
 #include "panekit/test_dialog.h"
 
+#include "panekit/text_colours.h"
+
 namespace Panekit
 {
 
@@ -18,6 +20,7 @@ protected:
         mouse(WM_LBUTTONUP, x, y);
     }
     void press(WPARAM key) { SendMessageW(window(), WM_KEYDOWN, key, 0); }
+    int paintedIn(COLORREF colour) { return width() * height() - paintedUnlike(colour); }
     const TestDialog::Message& clicked() { return dialog_.received(ControlMessage::HyperlinkClicked); }
 };
 
@@ -49,6 +52,20 @@ TEST_F(TextWithLinksTest, sendsNothingWhenTheMouseIsReleasedElsewhere)
     control_->fitToContent();
     mouse(WM_LBUTTONDOWN, width() - 3, height() / 2);
     mouse(WM_LBUTTONUP, 2, height() / 2);
+    EXPECT_EQ(clicked().count, 0);
+}
+
+TEST_F(TextWithLinksTest, sendsNothingWhenTheMouseWasPressedElsewhere)
+{
+    control_->setText(L"plain <a href=\"x\">link</a>");
+    control_->fitToContent();
+    mouse(WM_LBUTTONDOWN, 2, height() / 2);
+    mouse(WM_LBUTTONUP, width() - 3, height() / 2);
+    EXPECT_EQ(clicked().count, 0);
+    control_->setText(L"<a href=\"x\">one</a> <a href=\"y\">two</a>");
+    control_->fitToContent();
+    mouse(WM_LBUTTONDOWN, 2, height() / 2);
+    mouse(WM_LBUTTONUP, width() - 3, height() / 2);
     EXPECT_EQ(clicked().count, 0);
 }
 
@@ -124,11 +141,26 @@ TEST_F(TextWithLinksTest, growsWithItsWidth)
     EXPECT_EQ(height(), control_->heightForWidth(80));
 }
 
-TEST_F(TextWithLinksTest, drawsItsLinks)
+TEST_F(TextWithLinksTest, drawsALinkInAColourOfItsOwn)
 {
-    control_->setText(L"<a href=\"x\">link</a>");
+    control_->setText(L"link");
     control_->fitToContent();
+    EXPECT_EQ(paintedIn(LinkColour), 0);
     EXPECT_GT(paintedUnlike(RGB(255, 255, 255)), 0);
+    control_->setText(L"<a href=\"x\">link</a>");
+    EXPECT_GT(paintedIn(LinkColour), 0);
+}
+
+TEST_F(TextWithLinksTest, drawsACaptionInAColourOfItsOwn)
+{
+    control_->setText(L"Origin:");
+    control_->fitToContent();
+    EXPECT_GT(paintedIn(TextColour), 0);
+    control_->setCaptionStyle(true);
+    EXPECT_EQ(paintedIn(TextColour), 0);
+    EXPECT_GT(paintedIn(CaptionColour), 0);
+    control_->setCaptionStyle(false);
+    EXPECT_GT(paintedIn(TextColour), 0);
 }
 
 } // namespace Panekit

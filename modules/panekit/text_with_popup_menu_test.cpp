@@ -22,6 +22,34 @@ protected:
             PostMessageW(window(), WM_KEYDOWN, key, 0);
         SendMessageW(window(), WM_KEYDOWN, first, 0);
     }
+    /// Opens the menu, reads its texts with the checked one in brackets, and leaves it.
+    std::wstring menuText()
+    {
+        read.clear();
+        const UINT_PTR timer = SetTimer(nullptr, 0, 10, readMenu);
+        keys(VK_SPACE, {});
+        KillTimer(nullptr, timer);
+        return read;
+    }
+
+    static void CALLBACK readMenu(HWND, UINT, UINT_PTR, DWORD)
+    {
+        constexpr UINT GetMenuHandle = 0x01E1;
+        const HWND menuWindow = FindWindowW(L"#32768", nullptr);
+        const auto menu = reinterpret_cast<HMENU>(SendMessageW(menuWindow, GetMenuHandle, 0, 0));
+        if (!menu || !read.empty())
+            return;
+        for (int item = 0; item < GetMenuItemCount(menu); ++item)
+        {
+            wchar_t text[40] = {};
+            GetMenuStringW(menu, static_cast<UINT>(item), text, 40, MF_BYPOSITION);
+            const bool checked = (GetMenuState(menu, static_cast<UINT>(item), MF_BYPOSITION) & MF_CHECKED) != 0;
+            read += checked ? L'[' + std::wstring(text) + L']' : text;
+        }
+        EndMenu();
+    }
+
+    static inline std::wstring read;
     const TestDialog::Message& changed() { return dialog_.received(ControlMessage::ItemChanged); }
 };
 
@@ -66,6 +94,13 @@ TEST_F(TextWithPopupMenuTest, changesNothingWhenTheMenuIsLeft)
     EXPECT_EQ(windowText(), L"Password");
 }
 
+TEST_F(TextWithPopupMenuTest, offersTheSecondTextsWithTheCurrentOneChecked)
+{
+    EXPECT_EQ(menuText(), L"[Password]Key File");
+    control_->setCurrentItem(1);
+    EXPECT_EQ(menuText(), L"Password[Key File]");
+}
+
 TEST_F(TextWithPopupMenuTest, isReachedByTab)
 {
     EXPECT_TRUE(GetWindowLongPtrW(window(), GWL_STYLE) & WS_TABSTOP);
@@ -83,7 +118,9 @@ TEST_F(TextWithPopupMenuTest, alignsCaptionsWithItsText)
     for (int x = 0; x < column; ++x)
         for (int y = 0; y < buffer.height(); ++y)
             EXPECT_EQ(GetPixel(buffer.dc(), x, y), RGB(255, 255, 255));
-    EXPECT_GT(paintedUnlike(RGB(255, 255, 255), column), 0);
+    // The text begins there.
+    constexpr int Bearing = 3;
+    EXPECT_GT(paintedUnlike(RGB(255, 255, 255), column), paintedUnlike(RGB(255, 255, 255), column + Bearing));
 }
 
 TEST_F(TextWithPopupMenuTest, keepsItsSizeFromChoiceToChoice)

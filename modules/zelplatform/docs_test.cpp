@@ -59,6 +59,16 @@ TEST(JobFileDocument, usesOnlyFieldsOfTheSchema)
     }
 }
 
+TEST(JobFileDocument, tellsTheLimitsThatHold)
+{
+    const std::string size = "At most " + std::to_string(MaximumJobFileBytes >> 20) + " MiB";
+    const std::string nesting = "at most " + std::to_string(MaximumJobFileNesting) + " objects and arrays";
+    const std::string text = readDocument("job-file.md");
+    EXPECT_NE(text.find(size), std::string::npos) << size;
+    EXPECT_NE(text.find(nesting), std::string::npos) << nesting;
+    EXPECT_EQ(MaximumJobFileBytes % (std::size_t{1} << 20), 0U);
+}
+
 TEST(JobFileSchema, namesTheKindsThatAreRead)
 {
     const auto kinds = schema()["properties"]["kind"]["enum"];

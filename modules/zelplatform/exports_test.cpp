@@ -71,6 +71,8 @@ TEST_F(Exports, giveAFactoryOfItsOwnOnEachCall)
 TEST_F(Exports, refuseToStartWithoutAFolderOfTheEngine)
 {
     EXPECT_FALSE(find<InitializeFunction>("initialize")(nullptr));
+    // The folder of the program itself may be an empty text.
+    EXPECT_TRUE(find<InitializeFunction>("initialize")(L""));
 }
 
 TEST_F(Exports, areTheOnlyOnes)

@@ -3,6 +3,7 @@
 #include "interfaces/release_ptr.h"
 #include "interfaces/vaultcore/file_list.h"
 #include "zelplatform/files.h"
+#include "zelplatform/job_file.h"
 #include "zelplatform/scratch_folder.h"
 
 namespace ZelPlatform
@@ -116,11 +117,11 @@ TEST_F(Documents, tellAnEncryption)
 
 TEST_F(Documents, tellADecryption)
 {
-    const DocumentPtr document = loadKind("decrypt", R"(, "path": "out", "mode": 1)");
+    const DocumentPtr document = loadKind("decrypt", R"(, "path": "out", "mode": 5)");
     auto* decryption = dynamic_cast<IDecryptorThreadDocument*>(document.get());
     ASSERT_TRUE(decryption);
     EXPECT_STREQ(decryption->GetDecryptionPath(), L"out");
-    EXPECT_EQ(decryption->GetDecryptionMode(), 1U);
+    EXPECT_EQ(decryption->GetDecryptionMode(), 5U);
 }
 
 TEST_F(Documents, tellADecryptionWithoutAFolderByNull)
@@ -134,8 +135,11 @@ TEST_F(Documents, tellADecryptionWithoutAFolderByNull)
 
 TEST_F(Documents, tellADeletion)
 {
-    const DocumentPtr document = loadKind("delete", R"(, "method": 2)");
-    EXPECT_EQ(dynamic_cast<IDeleterThreadDocument*>(document.get())->GetDeletionMethod(), 2U);
+    for (const std::uint32_t method : {0U, 1U, 2U, 7U})
+    {
+        const DocumentPtr document = loadKind("delete", ", \"method\": " + std::to_string(method));
+        EXPECT_EQ(dynamic_cast<IDeleterThreadDocument*>(document.get())->GetDeletionMethod(), method);
+    }
 }
 
 TEST_F(Documents, tellTheirOwnComment)
@@ -176,6 +180,15 @@ TEST_F(Documents, doNotComeFromABadFile)
     EXPECT_FALSE(load(""));
     EXPECT_FALSE(load("not a job"));
     EXPECT_FALSE(load(R"({"kind": "encrypt"})"));
+}
+
+TEST_F(Documents, comeFromAFileOfTheLargestSizeAndNoLarger)
+{
+    std::string text = R"({"kind": "delete", "files": []})";
+    text.resize(MaximumJobFileBytes, ' ');
+    EXPECT_TRUE(load(text));
+    text += ' ';
+    EXPECT_FALSE(load(text));
 }
 
 TEST_F(Documents, comeFromPathsBeyondTheClassicLimit)

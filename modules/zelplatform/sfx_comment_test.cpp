@@ -50,8 +50,11 @@ TEST_F(SfxCommentTest, leavesNoOtherFileBehind)
 
 TEST_F(SfxCommentTest, cannotBeReplacedByOneThatIsTooLong)
 {
+    const std::wstring longest(1024 * 1024, L'x');
+    comment().save(longest.c_str());
+    EXPECT_EQ(comment().load(), longest);
     comment().save(L"short");
-    comment().save(std::wstring(2 * 1024 * 1024, L'x').c_str());
+    comment().save((longest + L'x').c_str());
     EXPECT_EQ(comment().load(), L"short");
 }
 

@@ -294,11 +294,6 @@ TEST_F(BridgeTest, aCancelledPasswordLeavesTheRequestAsItWas)
         });
 }
 
-TEST_F(BridgeTest, anotherMessageGoesToTheSystem)
-{
-    bridge([&](MessageWindow&) { EXPECT_EQ(system_.messages.send(nullptr, 2026, 0, 0), 0); });
-}
-
 TEST_F(BridgeTest, aWindowThatCannotBeMadeUnregistersItsClass)
 {
     system_.messages.failCreateWindow = true;

@@ -43,6 +43,8 @@ TEST_F(ShellUtilitiesTest, joinPathLooksAtOneSeparatorOnEachSide)
 TEST_F(ShellUtilitiesTest, joinPathGivesTheOtherWhenOneIsEmpty)
 {
     EXPECT_EQ(JoinPath(L"", L"\\b"), L"\\b");
+    EXPECT_EQ(JoinPath(L"", L"b"), L"b");
+    EXPECT_EQ(JoinPath(L"a", L""), L"a");
     EXPECT_EQ(JoinPath(L"a\\", L""), L"a\\");
     EXPECT_EQ(JoinPath(L"", L""), L"");
 }
@@ -83,6 +85,31 @@ TEST_F(ShellUtilitiesTest, anAbsolutePathIsResolvedToItself)
     EXPECT_EQ(ResolveRelativePath(L"C:b.dll", L"D:\\base"), L"C:b.dll");
 }
 
+TEST_F(ShellUtilitiesTest, anAbsolutePathHasMoreThanTwoCharacters)
+{
+    EXPECT_EQ(ResolveRelativePath(L"C:", L"D:\\base"), L"D:\\base\\C:");
+    EXPECT_EQ(ResolveRelativePath(L"C:b", L"D:\\base"), L"C:b");
+}
+
+TEST_F(ShellUtilitiesTest, aPathThatStartsWithOneSeparatorIsNotAbsolute)
+{
+    EXPECT_EQ(ResolveRelativePath(L"\\sub\\b.dll", L"D:\\base"), L"D:\\sub\\b.dll");
+}
+
+TEST_F(ShellUtilitiesTest, aPathThatTheSystemCannotResolveIsEmpty)
+{
+    struct FailingShell final : Fakes::FakeShell
+    {
+        using FakeShell::FakeShell;
+        std::wstring combinePath(const std::wstring&, const std::wstring&) override { return {}; }
+    };
+    FailingShell shell(platform.log, L'\\');
+    Platform::System system{platform.modules, platform.threads, platform.messages, platform.messageBoxes, shell, L'\\'};
+    Platform::setPlatform(&system);
+    EXPECT_EQ(ResolveRelativePath(L"sub\\b.dll", L"C:\\base"), L"");
+    Platform::setPlatform(&platform.system());
+}
+
 TEST_F(ShellUtilitiesTest, aRelativePathIsResolvedAgainstItsBase)
 {
     EXPECT_EQ(ResolveRelativePath(L"b.dll", L"C:\\base"), L"C:\\base\\b.dll");
@@ -116,8 +143,11 @@ TEST_F(ShellUtilitiesTest, vistaIsTheSixthOfItsPlatform)
     EXPECT_TRUE(isVistaOrLater());
     platform.shell.systemVersion = {2, 5};
     EXPECT_FALSE(isVistaOrLater());
-    platform.shell.systemVersion = {1, 6};
-    EXPECT_FALSE(isVistaOrLater());
+    for (const std::uint32_t otherPlatform : {0U, 1U, 3U})
+    {
+        platform.shell.systemVersion = {otherPlatform, 6};
+        EXPECT_FALSE(isVistaOrLater()) << otherPlatform;
+    }
 }
 
 TEST_F(ShellUtilitiesTest, compactPathKeepsTheFileName)

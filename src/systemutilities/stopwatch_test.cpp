@@ -41,6 +41,12 @@ TEST_F(StopwatchTest, startsAgainFromZero)
     watch.restart();
     pass(1);
     EXPECT_EQ(watch.elapsed(), 1u);
+    watch.restart();
+    pass(2);
+    EXPECT_EQ(watch.elapsed(), 2u);
+    watch.stop();
+    watch.restart();
+    EXPECT_EQ(watch.elapsed(), 0u);
 }
 
 TEST_F(StopwatchTest, doesNotCountWhileStopped)

@@ -70,6 +70,20 @@ TEST_F(PosixFiles, areFoundWithoutAHomeInTheEnvironment)
     EXPECT_TRUE(userCommentFile().ends_with(L"/.config/jobrunner/sfx-comment.txt"));
 }
 
+TEST_F(PosixFiles, takeARelativeHomeAsNone)
+{
+    const Variable settings("XDG_CONFIG_HOME", nullptr);
+    const Variable home("HOME", "relative");
+    EXPECT_TRUE(userCommentFile().starts_with(L"/"));
+    EXPECT_EQ(userCommentFile().find(L"relative"), std::wstring::npos);
+}
+
+TEST_F(PosixFiles, areNothingWhileTheyGrow)
+{
+    // A file of the system that tells a size of 0 and still has content reads like one that grows.
+    EXPECT_FALSE(readFile(L"/proc/self/status", 100'000));
+}
+
 TEST_F(PosixFiles, areNotPipesOrDevices)
 {
     ASSERT_EQ(::mkfifo(file("pipe").c_str(), 0600), 0);

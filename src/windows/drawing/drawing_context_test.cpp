@@ -59,4 +59,18 @@ TEST(AcquireDrawing, takesADefaultFontOfTwelvePixels)
     EXPECT_EQ(drawingContext().defaultFont->GetUnit(), Gdiplus::UnitPixel);
 }
 
+TEST(AcquireDrawing, knowsWhetherTheDesktopIsComposed)
+{
+    using Query = HRESULT(WINAPI*)(BOOL*);
+    const HMODULE library = LoadLibraryW(L"dwmapi.dll");
+    ASSERT_TRUE(library);
+    const auto query =
+        reinterpret_cast<Query>(reinterpret_cast<void*>(GetProcAddress(library, "DwmIsCompositionEnabled")));
+    BOOL enabled = FALSE;
+    ASSERT_EQ(query(&enabled), S_OK);
+    FreeLibrary(library);
+    const DrawingScope scope;
+    EXPECT_EQ(drawingContext().composition, enabled != FALSE);
+}
+
 } // namespace Drawing

@@ -6,6 +6,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace Drawing
 {
@@ -80,6 +81,23 @@ TEST_F(Images, keepTheirAlphaThroughAnIcon)
     EXPECT_EQ(pixel(*back, 3, 4).GetValue(), Gdiplus::Color(255, 10, 20, 30).GetValue());
     EXPECT_EQ(pixel(*back, 5, 6).GetAlpha(), 128);
     EXPECT_EQ(pixel(*back, 0, 0).GetAlpha(), 0);
+}
+
+TEST_F(Images, ofAnIconWithoutAlphaTakeItFromItsMask)
+{
+    std::vector<BYTE> bits(16 * 2, 0);
+    for (std::size_t row = 0; row < 16; ++row)
+        bits[row * 2] = 0xFF; // the left half shows nothing
+    const WindowDc screen(nullptr);
+    const GdiObject<HBITMAP> mask(CreateBitmap(16, 16, 1, 1, bits.data()));
+    const GdiObject<HBITMAP> colour(CreateCompatibleBitmap(screen.get(), 16, 16));
+    ICONINFO description{TRUE, 0, 0, mask.get(), colour.get()};
+    const HICON icon = CreateIconIndirect(&description);
+    ASSERT_TRUE(icon);
+    const auto bitmap = bitmapFromIcon(icon);
+    DestroyIcon(icon);
+    EXPECT_EQ(pixel(*bitmap, 3, 3).GetAlpha(), 0);
+    EXPECT_EQ(pixel(*bitmap, 12, 3).GetAlpha(), 255);
 }
 
 TEST_F(Images, ofNoIconRaiseTheKnownText)

@@ -111,6 +111,7 @@ TEST_F(Shapes, drawARectangleOnePixelWide)
     Gdiplus::Bitmap bitmap(20, 20, PixelFormat32bppARGB);
     Gdiplus::Graphics graphics(&bitmap);
     drawRectangle(graphics, Gdiplus::Rect(5, 5, 10, 10), Gdiplus::Color(255, 1, 2, 3));
+    EXPECT_EQ(pixel(bitmap, 4, 10).GetAlpha(), 0);
     EXPECT_EQ(pixel(bitmap, 5, 10).GetAlpha(), 255);
     EXPECT_EQ(pixel(bitmap, 6, 10).GetAlpha(), 0);
 }
@@ -133,6 +134,16 @@ TEST_F(Shapes, aRoundedRectangleLeavesItsCornersFree)
                          Gdiplus::Color(255, 1, 2, 3));
     EXPECT_EQ(pixel(bitmap, 0, 0).GetAlpha(), 0);
     EXPECT_EQ(pixel(bitmap, 20, 20).GetAlpha(), 255);
+}
+
+TEST_F(Shapes, aRoundedRectangleIsMeasuredInPixels)
+{
+    Gdiplus::Bitmap bitmap(40, 40, PixelFormat32bppARGB);
+    Gdiplus::Graphics graphics(&bitmap);
+    graphics.SetPageUnit(Gdiplus::UnitPoint);
+    fillRoundedRectangle(graphics, Gdiplus::Rect(0, 0, 20, 20), 4, Gdiplus::Color(255, 1, 2, 3));
+    EXPECT_EQ(pixel(bitmap, 18, 10).GetAlpha(), 255);
+    EXPECT_EQ(pixel(bitmap, 22, 10).GetAlpha(), 0);
 }
 
 TEST_F(Shapes, aRoundedRectanglePutsThePageUnitBack)

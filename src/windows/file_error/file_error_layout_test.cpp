@@ -31,7 +31,7 @@ FileErrorContent twoRows()
     FileErrorContent content = oneRow();
     content.hasTarget = true;
     content.targetCaptionWidth = 38;
-    content.targetCaptionHeight = 13;
+    content.targetCaptionHeight = 17;
     content.target = always(13);
     return content;
 }
@@ -69,7 +69,7 @@ TEST(FileErrorLayout, hasNoTargetRowWithoutATarget)
 TEST(FileErrorLayout, aTargetRowMakesTheWindowThatMuchHigher)
 {
     const FileErrorLayout layout = layOutFileError(twoRows());
-    EXPECT_EQ(layout.targetCaption, (FileErrorBox{60, 114 + 6, 38, 13}));
+    EXPECT_EQ(layout.targetCaption, (FileErrorBox{60, 114 + 6, 38, 17}));
     EXPECT_EQ(layout.target, (FileErrorBox{107, 120, 289, 13}));
     EXPECT_EQ(layout.windowBottom - layOutFileError(oneRow()).windowBottom, 13 + 6);
 }

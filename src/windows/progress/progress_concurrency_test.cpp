@@ -205,7 +205,7 @@ private:
 std::chrono::seconds duration()
 {
     const char* seconds = std::getenv("JOBRUNNER_CONCURRENCY_SECONDS");
-    return std::chrono::seconds(seconds ? std::atoi(seconds) : 1);
+    return std::chrono::seconds(seconds && *seconds ? std::atoi(seconds) : 1);
 }
 
 void runSchedule(unsigned seed)

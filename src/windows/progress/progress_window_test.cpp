@@ -114,6 +114,16 @@ TEST_F(ProgressWindowTest, addsAFinishedFileToWhatIsDone)
     EXPECT_EQ(log().last(L"setTotalProgress"), L"45");
 }
 
+TEST_F(ProgressWindowTest, addsAFinishedFileOnce)
+{
+    open();
+    window.setTotalSize(1000);
+    window.reportFileProgress(400, 400);
+    window.finishFile();
+    window.finishFile();
+    EXPECT_EQ(log().last(L"setElapsedBytes"), L"400");
+}
+
 TEST_F(ProgressWindowTest, givesSpeedAndTimeLeftByTheStopwatch)
 {
     open();
@@ -123,6 +133,18 @@ TEST_F(ProgressWindowTest, givesSpeedAndTimeLeftByTheStopwatch)
     EXPECT_EQ(log().last(L"setElapsedTime"), L"10");
     EXPECT_EQ(log().last(L"setSpeed"), L"20");
     EXPECT_EQ(log().last(L"setTimeLeft"), L"40");
+}
+
+TEST_F(ProgressWindowTest, countsFinishedFilesInSpeedAndTimeLeft)
+{
+    open();
+    window.setTotalSize(1000);
+    pass(10);
+    window.reportFileProgress(400, 400);
+    window.finishFile();
+    window.reportFileProgress(100, 600);
+    EXPECT_EQ(log().last(L"setSpeed"), L"50");
+    EXPECT_EQ(log().last(L"setTimeLeft"), L"10");
 }
 
 TEST_F(ProgressWindowTest, hasNoSpeedInTheFirstSecond)
@@ -222,6 +244,13 @@ TEST_F(ProgressWindowTest, isResumedFirstAndThenCancelled)
     EXPECT_TRUE(window.isCancelled());
 }
 
+TEST_F(ProgressWindowTest, leavesItToTheViewToTakeNoCancelDuringAPause)
+{
+    window.togglePause();
+    window.requestCancel();
+    EXPECT_TRUE(window.isCancelled());
+}
+
 TEST_F(ProgressWindowTest, keepsItsStopwatchRunningThroughTheFirstPauseAndStopsItAtTheResume)
 {
     open();
@@ -311,6 +340,16 @@ TEST_F(ProgressWindowTest, changesItsCountersAloneWhileNoWindowIsOpen)
     window.openWindow(OperationEncrypt);
     EXPECT_EQ(log().last(L"setTotalProgress"), L"30");
     EXPECT_EQ(log().last(L"setElapsedBytes"), L"300");
+}
+
+TEST_F(ProgressWindowTest, keepsItsPauseAndTheNameOfItsFileWhenItOpens)
+{
+    window.setCurrentFile(L"a");
+    window.togglePause();
+    open();
+    EXPECT_TRUE(window.isPaused());
+    window.reportFileProgress(1, 2);
+    EXPECT_EQ(log().last(L"setFileProgress"), L"a 50");
 }
 
 TEST_F(ProgressWindowTest, endsItsViewWithItself)

@@ -296,6 +296,29 @@ TEST_F(ProgressDialogTest, reportsAreShownWhileTheUserMovesTheWindow)
     EXPECT_TRUE(eventually([&] { return !isMoving(); }));
 }
 
+TEST_F(ProgressDialogTest, isEndedByItsOwnMessage)
+{
+    open();
+    SendMessageW(dialog_, 1124, 0, 0);
+    EXPECT_FALSE(IsWindow(dialog_));
+}
+
+TEST_F(ProgressDialogTest, canBeWaitedForAgainOnceItExists)
+{
+    open();
+    std::atomic<bool> back{false};
+    std::thread waiting(
+        [&]
+        {
+            view_->waitUntilCreated();
+            view_->waitUntilCreated();
+            back = true;
+        });
+    EXPECT_TRUE(eventually([&] { return back.load(); }));
+    SendMessageW(dialog_, 1124, 0, 0); // frees one that still waits
+    waiting.join();
+}
+
 TEST_F(ProgressDialogTest, closeEndsTheWindow)
 {
     open();
