@@ -2,6 +2,7 @@
 
 #include "platform/posix/terminal_modes.h"
 #include "platform/posix/terminal_text.h"
+#include "platform/posix/typed_bytes.h"
 #include "platform/utf8.h"
 
 #include <poll.h>
@@ -172,23 +173,23 @@ std::optional<std::wstring> Terminal::readLine(const std::wstring& prompt, bool 
     if (hiding)
         setInputMode(input_, InputMode::Hidden);
     write(toUtf8(displayText(prompt)));
-    std::optional<std::string> bytes = readBytes();
+    std::string typed;
+    const bool given = readBytes(typed);
     if (hiding)
         setInputMode(input_, InputMode::Lines);
-    if (!bytes || !inputIsTerminal())
+    if (!given || !inputIsTerminal())
         write("\n");
-    if (!bytes)
+    if (!given)
         return std::nullopt;
-    std::string& typed = *bytes;
-    std::wstring line = fromUtf8(typed);
+    std::optional<std::wstring> line(fromUtf8(typed));
     explicit_bzero(typed.data(), typed.size());
     return line;
 }
 
-/// Reads byte by byte, so that nothing of the next line is taken away from whoever reads it.
-std::optional<std::string> Terminal::readBytes()
+/// Reads byte by byte, so that nothing of the next line is taken away from whoever reads it. False at the end of the
+/// input. What is typed is nowhere but in `line`, whose owner wipes it.
+bool Terminal::readBytes(std::string& line)
 {
-    std::string line;
     while (true)
     {
         char byte = 0;
@@ -196,14 +197,14 @@ std::optional<std::string> Terminal::readBytes()
         if (length < 0 && errno == EINTR)
             continue;
         if (length <= 0 && line.empty())
-            return std::nullopt;
+            return false;
         if (length <= 0 || byte == '\n')
             break;
-        line += byte;
+        appendTyped(line, byte);
     }
     if (line.ends_with('\r'))
         line.pop_back();
-    return line;
+    return true;
 }
 
 Terminal::Prompt::Prompt(Terminal& terminal) : terminal_(terminal)

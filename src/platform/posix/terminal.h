@@ -60,7 +60,7 @@ private:
     void showStatus();
     int columns() const;
     std::optional<std::wstring> readLine(const std::wstring& prompt, bool hidden);
-    std::optional<std::string> readBytes();
+    bool readBytes(std::string& line);
     std::optional<wchar_t> readKey();
     bool promptWanted() const { return promptDepth_ > 0 || waitingPrompts_ > 0; }
 

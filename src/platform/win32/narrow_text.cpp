@@ -1,0 +1,17 @@
+#include "platform/narrow_text.h"
+
+#include <windows.h>
+
+namespace Platform
+{
+
+std::wstring widenThreadText(std::string_view text)
+{
+    const int size = static_cast<int>(text.size());
+    const int length = MultiByteToWideChar(CP_THREAD_ACP, 0, text.data(), size, nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(length), L'\0');
+    MultiByteToWideChar(CP_THREAD_ACP, 0, text.data(), size, wide.data(), length);
+    return wide;
+}
+
+} // namespace Platform
