@@ -1,6 +1,9 @@
 #include "panekit/control_factory.h"
 
+#include "panekit/combo_box.h"
+#include "panekit/edit_with_icon_buttons.h"
 #include "panekit/gradient_header.h"
+#include "panekit/icon_button.h"
 #include "panekit/simple_text.h"
 #include "panekit/text_with_links.h"
 #include "panekit/text_with_popup_menu.h"
@@ -14,8 +17,13 @@ namespace Panekit
 namespace
 {
 
-constexpr const wchar_t* Classes[] = {ControlClass::CopyDialogGradient, ControlClass::TextWithLinks,
-                                      ControlClass::SimpleText, ControlClass::TextWithPopupMenu};
+constexpr const wchar_t* Classes[] = {ControlClass::CopyDialogGradient,
+                                      ControlClass::TextWithLinks,
+                                      ControlClass::SimpleText,
+                                      ControlClass::TextWithPopupMenu,
+                                      ControlClass::EditWithIconButtons,
+                                      ControlClass::ComboBox,
+                                      IconButton::ClassName};
 
 template <class Made> ICustomControl* make(const wchar_t* classId, HWND parent, const RECT& area)
 {
@@ -57,6 +65,10 @@ ICustomControl* makeControl(const wchar_t* classId, void* parent, int x, int y, 
         return make<SimpleText>(classId, window, area);
     if (is(ControlClass::TextWithPopupMenu))
         return make<TextWithPopupMenu>(classId, window, area);
+    if (is(ControlClass::EditWithIconButtons))
+        return make<EditWithIconButtons>(classId, window, area);
+    if (is(ControlClass::ComboBox))
+        return make<ComboBox>(classId, window, area);
     return nullptr;
 }
 

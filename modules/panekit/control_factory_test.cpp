@@ -10,8 +10,20 @@ namespace
 
 using Fakes::memberAt;
 
-constexpr const wchar_t* AllClasses[] = {ControlClass::CopyDialogGradient, ControlClass::TextWithLinks,
-                                         ControlClass::SimpleText, ControlClass::TextWithPopupMenu};
+constexpr const wchar_t* AllClasses[] = {ControlClass::CopyDialogGradient,  ControlClass::TextWithLinks,
+                                         ControlClass::SimpleText,          ControlClass::TextWithPopupMenu,
+                                         ControlClass::EditWithIconButtons, ControlClass::ComboBox};
+
+bool isText(const std::wstring& classId)
+{
+    return classId.find(L"::text::") != std::wstring::npos;
+}
+
+/// A field has the height of its one line from the start.
+bool isField(const std::wstring& classId)
+{
+    return classId == ControlClass::EditWithIconButtons || classId == ControlClass::ComboBox;
+}
 
 // The operations by their places in the table, each with the type of one that has the same arguments.
 constexpr std::size_t SetWidth = 0;
@@ -35,6 +47,8 @@ using GivesInt = int (ICustomControl::*)();
 using GivesPointer = void* (ICustomControl::*)();
 using TakesText = void (ICustomControl::*)(const wchar_t*);
 using TakesTwoTexts = void (ICustomControl::*)(const wchar_t*, const wchar_t*);
+using GivesText = const wchar_t* (ICustomControl::*)();
+using TakesColour = void (ICustomControl::*)(std::uint32_t);
 using TakesIcon = void (ICustomControl::*)(void*, const wchar_t*);
 using TakesColours = void (ICustomControl::*)(std::uint32_t, std::uint32_t);
 using TakesFlag = void (ICustomControl::*)(bool);
@@ -76,7 +90,7 @@ TEST_F(CreateControl, makesAVisibleChildAtTheGivenPlace)
         EXPECT_EQ(rect.left, 5);
         EXPECT_EQ(rect.top, 6);
         EXPECT_EQ(rect.right, 105);
-        EXPECT_EQ(rect.bottom, 56);
+        EXPECT_EQ(rect.bottom, isField(classId) ? 6 + control->heightForWidth(100) : 56);
         control->destroy();
         EXPECT_FALSE(IsWindow(window));
     }
@@ -110,22 +124,27 @@ TEST_F(CreateControl, makesTextsThatTakeABackground)
     for (const wchar_t* const classId : AllClasses)
     {
         ICustomControl* const control = make(classId);
-        const bool isHeader = std::wstring(classId) == ControlClass::CopyDialogGradient;
-        EXPECT_EQ(dynamic_cast<IControlBackground*>(control) == nullptr, isHeader);
+        EXPECT_EQ(dynamic_cast<IControlBackground*>(control) != nullptr, isText(classId));
         control->destroy();
     }
 }
 
 TEST_F(CreateControl, makesControlsThatOutliveTheirParent)
 {
-    ICustomControl* control = nullptr;
+    for (const wchar_t* const classId : AllClasses)
     {
-        const TestDialog shortLived;
-        control = makeControl(ControlClass::SimpleText, shortLived.window(), 0, 0, 10, 10);
+        ICustomControl* control = nullptr;
+        {
+            const TestDialog shortLived;
+            control = makeControl(classId, shortLived.window(), 0, 0, 10, 10);
+        }
+        EXPECT_FALSE(control->getWindowHandle());
+        control->setHeight(20);
+        control->setWidth(20, true);
+        control->fitToContent();
+        control->move(1, 2);
+        control->destroy();
     }
-    EXPECT_FALSE(control->getWindowHandle());
-    control->setHeight(20);
-    control->destroy();
 }
 
 TEST_F(CreateControl, keepsTheCommonOperationsInTheirPlaces)
@@ -192,6 +211,46 @@ TEST_F(CreateControl, keepsTheOperationsOfTheChoiceInTheirPlaces)
     const int left = call<GivesInt>(control, OfTheClass + 3);
     EXPECT_GE(left, 5);
     EXPECT_LT(left, 20);
+    control->destroy();
+}
+
+TEST_F(CreateControl, keepsTheOperationsOfTheEditInTheirPlaces)
+{
+    ICustomControl* const control = make(ControlClass::EditWithIconButtons);
+    const HWND field = GetWindow(static_cast<HWND>(control->getWindowHandle()), GW_CHILD);
+    call<Plain>(control, OfTheClass);
+    EXPECT_NE(SendMessageW(field, EM_GETPASSWORDCHAR, 0, 0), 0);
+    call<Plain>(control, OfTheClass + 1);
+    EXPECT_EQ(SendMessageW(field, EM_GETPASSWORDCHAR, 0, 0), 0);
+    call<TakesText>(control, OfTheClass + 3, L"text");
+    EXPECT_EQ(std::wstring(call<GivesText>(control, OfTheClass + 2)), L"text");
+    call<TakesIcon>(control, OfTheClass + 4, static_cast<void*>(GetModuleHandleW(nullptr)), L"SHOWPASS.PNG");
+    EXPECT_TRUE(GetWindow(field, GW_HWNDNEXT));
+    call<TakesColour>(control, OfTheClass + 6, 0xFFU);
+    const Drawing::WindowDc dc(field);
+    SendMessageW(GetParent(field), WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc.get()),
+                 reinterpret_cast<LPARAM>(field));
+    EXPECT_EQ(GetTextColor(dc.get()), 0xFFU);
+    dialog_.show();
+    call<TakesTwoTexts>(control, OfTheClass + 5, L"Title", L"Text");
+    EXPECT_EQ(GetFocus(), field);
+    control->destroy();
+}
+
+TEST_F(CreateControl, keepsTheOperationsOfTheListInTheirPlaces)
+{
+    ICustomControl* const control = make(ControlClass::ComboBox);
+    call<TakesText>(control, OfTheClass, L"one");
+    call<TakesText>(control, OfTheClass, L"two");
+    for (const std::size_t unnamed : {1U, 2U})
+        call<Plain>(control, OfTheClass + unnamed);
+    call<TakesInt>(control, OfTheClass + 6, 1);
+    EXPECT_EQ(call<GivesInt>(control, OfTheClass + 5), 1);
+    const HWND list = GetWindow(static_cast<HWND>(control->getWindowHandle()), GW_CHILD);
+    call<Plain>(control, OfTheClass + 3);
+    EXPECT_TRUE(SendMessageW(list, CB_GETDROPPEDSTATE, 0, 0));
+    call<Plain>(control, OfTheClass + 4);
+    EXPECT_EQ(SendMessageW(list, CB_GETCOUNT, 0, 0), 0);
     control->destroy();
 }
 

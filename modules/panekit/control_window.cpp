@@ -1,5 +1,7 @@
 #include "panekit/control_window.h"
 
+#include "panekit/density.h"
+
 #include <algorithm>
 
 namespace Panekit
@@ -52,7 +54,7 @@ ControlWindow::~ControlWindow()
 bool ControlWindow::open(const wchar_t* className, HWND parent, const RECT& area)
 {
     id_ = nextId();
-    CreateWindowExW(0, className, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | windowStyle(),
+    CreateWindowExW(extendedStyle(), className, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | windowStyle(),
                     static_cast<int>(area.left), static_cast<int>(area.top), static_cast<int>(widthOf(area)),
                     static_cast<int>(heightOf(area)), parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id_)),
                     ownModule(), this);
@@ -188,6 +190,11 @@ LRESULT ControlWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
         break;
     case WM_GETFONT:
         return reinterpret_cast<LRESULT>(font());
+    case WM_SETFONT:
+        takeFont(reinterpret_cast<HFONT>(wParam));
+        if (LOWORD(lParam))
+            invalidate();
+        return 0;
     case WM_NCDESTROY:
     {
         const HWND window = window_;
@@ -240,15 +247,23 @@ void ControlWindow::invalidate()
 
 int ControlWindow::scaled(int value) const
 {
-    constexpr int PlainDpi = 96;
-    const Drawing::WindowDc dc(window_);
-    return MulDiv(value, GetDeviceCaps(dc.get(), LOGPIXELSX), PlainDpi);
+    return MulDiv(value, densityOf(window_), PlainDensity);
 }
 
 HFONT ControlWindow::font() const
 {
+    if (given_)
+        return given_;
     const auto ofParent = reinterpret_cast<HFONT>(SendMessageW(parentOf(window_), WM_GETFONT, 0, 0));
     return ofParent ? ofParent : static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
+}
+
+void ControlWindow::takeFont(HFONT font)
+{
+    given_ = font;
+    bold_.reset();
+    underlined_.reset();
+    onFontChanged();
 }
 
 HFONT ControlWindow::derivedFont(Drawing::GdiObject<HFONT>& kept, LONG weight, BYTE underline)

@@ -53,7 +53,9 @@ protected:
     /// Whether a new width brings the height along that the content needs.
     virtual bool followsContent() const { return false; }
     virtual DWORD windowStyle() const { return 0; }
+    virtual DWORD extendedStyle() const { return 0; }
     virtual void onOpened() {}
+    virtual void onFontChanged() {}
 
     void paintBackground(HDC dc, const RECT& client);
     /// The text that other programs read.
@@ -61,7 +63,7 @@ protected:
     void invalidate();
     /// `value` pixels at 96 dots per inch, turned to the density of the screen.
     int scaled(int value) const;
-    /// The font of the parent dialog.
+    /// The font that the control was given, otherwise that of the parent dialog.
     HFONT font() const;
     HFONT boldFont();
     HFONT underlinedFont();
@@ -74,10 +76,12 @@ private:
     void place(const RECT& area, bool repaint);
     void onPaint();
     void paintBuffered(HDC dc);
+    void takeFont(HFONT font);
     HFONT derivedFont(Drawing::GdiObject<HFONT>& kept, LONG weight, BYTE underline);
 
     HWND window_ = nullptr;
     int id_ = 0;
+    HFONT given_ = nullptr; // owned by the one who gave it
     Drawing::MemoryBuffer background_;
     Drawing::GdiObject<HFONT> bold_;
     Drawing::GdiObject<HFONT> underlined_;

@@ -51,6 +51,15 @@ TEST(ParseLinks, leavesWhatIsNoWholeAnchorAsItStands)
     }
 }
 
+TEST(ParseLinks, leavesOtherElementsAndAnUnfinishedTagAsTheyStand)
+{
+    for (const wchar_t* const text : {L"<abbr href=\"x\">y</a>", L"<a href=\"x\" </a> z>"})
+    {
+        const std::vector<TextRun> expected = {{text, L""}};
+        EXPECT_EQ(parseLinks(text), expected);
+    }
+}
+
 TEST(ParseLinks, takesAnAnchorAfterABrokenOne)
 {
     const std::vector<TextRun> expected = {{L"<a b>", L""}, {L"c", L"d"}};
@@ -82,6 +91,13 @@ TEST(FlowText, wrapsBetweenWordsAndDropsTheSpace)
     EXPECT_EQ(flowed.pieces.back().text, L"three");
     EXPECT_EQ(flowed.pieces.back().x, 0);
     EXPECT_EQ(flowed.pieces.back().y, LineHeight);
+}
+
+TEST(FlowText, leavesASpaceOutThatWouldStartTheText)
+{
+    const FlowedText flowed = flow(L" one", 70);
+    ASSERT_EQ(flowed.pieces.size(), 1u);
+    EXPECT_EQ(flowed.pieces[0].x, 0);
 }
 
 TEST(FlowText, wrapsWithinAWordThatIsTooWide)

@@ -4,8 +4,10 @@
 #include "windows/drawing/gdi_handles.h"
 #include "windows/drawing/memory_buffer.h"
 
+#include <functional>
 #include <map>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -46,6 +48,9 @@ public:
     TestDialog& operator=(const TestDialog&) = delete;
 
     HWND window() const { return window_; }
+    void show() { ShowWindow(window_, SW_SHOWNOACTIVATE); }
+    /// Called on each registered message, before it is remembered.
+    void onMessage(std::function<void(UINT)> answer) { answer_ = std::move(answer); }
     const Message& received(const wchar_t* name) { return messages_[RegisterWindowMessageW(name)]; }
 
 private:
@@ -63,6 +68,8 @@ private:
 
     void remember(UINT message, WPARAM wParam, LPARAM lParam)
     {
+        if (const auto answer = answer_)
+            answer(message);
         Message& kept = messages_[message];
         ++kept.count;
         kept.wParam = wParam;
@@ -72,6 +79,7 @@ private:
     }
 
     HWND window_ = nullptr;
+    std::function<void(UINT)> answer_;
     std::map<UINT, Message> messages_;
 };
 

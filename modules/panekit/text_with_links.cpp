@@ -10,6 +10,8 @@ namespace Panekit
 namespace
 {
 
+constexpr LPARAM RepeatedKey = 1 << 30;
+
 POINT pointOf(LPARAM lParam)
 {
     return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
@@ -106,6 +108,14 @@ std::optional<std::size_t> TextWithLinks::linkAt(POINT point)
     return std::nullopt;
 }
 
+bool TextWithLinks::isOverLink()
+{
+    POINT point{};
+    GetCursorPos(&point);
+    ScreenToClient(window(), &point);
+    return linkAt(point).has_value();
+}
+
 LRESULT TextWithLinks::onMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message)
@@ -122,6 +132,14 @@ LRESULT TextWithLinks::onMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_LBUTTONUP:
         onButtonUp(lParam);
         return 0;
+    case WM_CAPTURECHANGED:
+        pressed_.reset();
+        return 0;
+    case WM_SETCURSOR:
+        if (!isOverLink())
+            break;
+        SetCursor(LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_HAND)));
+        return TRUE;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
         invalidate();
@@ -133,7 +151,7 @@ LRESULT TextWithLinks::onMessage(UINT message, WPARAM wParam, LPARAM lParam)
         return DLGC_WANTARROWS | (enter ? DLGC_WANTMESSAGE : 0);
     }
     case WM_KEYDOWN:
-        if (onKey(wParam))
+        if (onKey(wParam, (lParam & RepeatedKey) != 0))
             return 0;
         break;
     default:
@@ -144,8 +162,6 @@ LRESULT TextWithLinks::onMessage(UINT message, WPARAM wParam, LPARAM lParam)
 
 void TextWithLinks::onMouseMove(LPARAM lParam)
 {
-    const bool overLink = linkAt(pointOf(lParam)).has_value();
-    SetCursor(LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(overLink ? IDC_HAND : IDC_ARROW)));
     if (!mouseInside_)
     {
         TRACKMOUSEEVENT leave{sizeof leave, TME_LEAVE, window(), 0};
@@ -176,17 +192,19 @@ void TextWithLinks::onButtonDown(LPARAM lParam)
 
 void TextWithLinks::onButtonUp(LPARAM lParam)
 {
-    if (GetCapture() == window())
-        ReleaseCapture();
+    const HWND own = window();
     const auto released = linkAt(pointOf(lParam));
     const bool clicked = pressed_ && released == pressed_;
+    const std::wstring href = clicked ? runs_[*released].href : std::wstring();
     pressed_.reset();
+    if (GetCapture() == own)
+        ReleaseCapture();
     tellParent(ControlMessage::LinkButtonUp, lParam);
-    if (clicked)
-        follow(*released);
+    if (clicked && IsWindow(own))
+        follow(href);
 }
 
-bool TextWithLinks::onKey(WPARAM key)
+bool TextWithLinks::onKey(WPARAM key, bool repeated)
 {
     if (links().empty())
         return false;
@@ -194,7 +212,8 @@ bool TextWithLinks::onKey(WPARAM key)
     {
     case VK_RETURN:
     case VK_SPACE:
-        follow(links()[focused_]);
+        if (!repeated)
+            follow(std::wstring(runs_[links()[focused_]].href)); // the parent may set another text meanwhile
         return true;
     case VK_LEFT:
     case VK_UP:
@@ -219,9 +238,8 @@ void TextWithLinks::moveFocus(int step)
     invalidate();
 }
 
-void TextWithLinks::follow(std::size_t run)
+void TextWithLinks::follow(const std::wstring& href)
 {
-    const std::wstring href = runs_[run].href; // the parent may set another text meanwhile
     tellParent(ControlMessage::HyperlinkClicked, reinterpret_cast<LPARAM>(href.c_str()));
 }
 

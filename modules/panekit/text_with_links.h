@@ -25,14 +25,15 @@ private:
     std::vector<std::size_t> links() const;
     /// The link run at a point of the control.
     std::optional<std::size_t> linkAt(POINT point);
+    bool isOverLink();
     void onMouseMove(LPARAM lParam);
     void onMouseLeave();
     void onButtonDown(LPARAM lParam);
     void onButtonUp(LPARAM lParam);
-    bool onKey(WPARAM key);
+    bool onKey(WPARAM key, bool repeated);
     void moveFocus(int step);
     /// Sends the target to the parent; the control may be gone afterwards.
-    void follow(std::size_t run);
+    void follow(const std::wstring& href);
     void drawPiece(HDC dc, const TextPiece& piece);
 
     std::vector<TextRun> runs_;

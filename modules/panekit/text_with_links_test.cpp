@@ -107,6 +107,61 @@ TEST_F(TextWithLinksTest, followsALinkByTheKeyboard)
     EXPECT_EQ(clicked().count, 4);
 }
 
+TEST_F(TextWithLinksTest, followsAKeyThatIsKeptDownOnce)
+{
+    control_->setText(L"<a href=\"one\">a</a>");
+    constexpr LPARAM Repeated = 1 << 30;
+    press(VK_RETURN);
+    SendMessageW(window(), WM_KEYDOWN, VK_RETURN, Repeated);
+    SendMessageW(window(), WM_KEYDOWN, VK_SPACE, Repeated);
+    EXPECT_EQ(clicked().count, 1);
+}
+
+TEST_F(TextWithLinksTest, forgetsAPressWhenTheCaptureIsLost)
+{
+    control_->setText(L"<a href=\"x\">link</a>");
+    control_->fitToContent();
+    mouse(WM_LBUTTONDOWN, 3, 3);
+    SetCapture(dialog_.window());
+    mouse(WM_LBUTTONUP, 3, 3);
+    EXPECT_EQ(clicked().count, 0);
+    ReleaseCapture();
+}
+
+TEST_F(TextWithLinksTest, survivesItsEndBetweenTheReleaseAndTheClick)
+{
+    control_->setText(L"<a href=\"x\">link</a>");
+    control_->fitToContent();
+    dialog_.onMessage(
+        [this](UINT message)
+        {
+            if (message != RegisterWindowMessageW(ControlMessage::LinkButtonUp))
+                return;
+            control_->destroy();
+            control_ = nullptr;
+        });
+    const HWND own = window();
+    SendMessageW(own, WM_LBUTTONDOWN, 0, MAKELPARAM(3, 3));
+    SendMessageW(own, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+    EXPECT_FALSE(control_);
+    EXPECT_EQ(clicked().count, 0);
+}
+
+TEST_F(TextWithLinksTest, takesAnotherTextWhileItTells)
+{
+    control_->setText(L"<a href=\"changedestiny\">Change</a>");
+    dialog_.onMessage(
+        [this](UINT message)
+        {
+            if (message == RegisterWindowMessageW(ControlMessage::HyperlinkClicked))
+                control_->setText(L"gone");
+        });
+    press(VK_RETURN);
+    EXPECT_EQ(clicked().text, L"changedestiny");
+    press(VK_RETURN);
+    EXPECT_EQ(clicked().count, 1);
+}
+
 TEST_F(TextWithLinksTest, takesTheEnterKeyFromTheDefaultButton)
 {
     control_->setText(L"<a href=\"one\">a</a>");

@@ -14,10 +14,18 @@ namespace
 constexpr int Padding = 3;
 constexpr int ArrowGap = 5;
 constexpr int ArrowWidth = 7;
+constexpr int After = 12; // captions below may be longer, and what stands beside keeps its distance from them too
 
 bool opensMenu(WPARAM key)
 {
-    return key == VK_SPACE || key == VK_RETURN || key == VK_DOWN || key == VK_F4;
+    return key == VK_SPACE || key == VK_RETURN || key == VK_DOWN || key == VK_UP || key == VK_F4;
+}
+
+void forget(HWND window, UINT message)
+{
+    MSG waiting{};
+    while (PeekMessageW(&waiting, window, message, message, PM_REMOVE))
+        continue;
 }
 
 } // namespace
@@ -62,8 +70,8 @@ SIZE TextWithPopupMenu::contentSize(int)
     LONG widest = 0;
     for (const Item& item : items_)
         widest = std::max(widest, widthOf(item.text));
-    const int around = 2 * scaled(Padding);
-    return {widest + scaled(ArrowGap) + scaled(ArrowWidth) + around, lineHeight(font()) + around};
+    // As high as a caption, so that the texts of a row stand on one line.
+    return {widest + scaled(ArrowGap) + scaled(ArrowWidth) + 2 * scaled(Padding) + scaled(After), lineHeight(font())};
 }
 
 void TextWithPopupMenu::paint(HDC dc, const RECT& client)
@@ -118,6 +126,11 @@ LRESULT TextWithPopupMenu::onMessage(UINT message, WPARAM wParam, LPARAM lParam)
             break;
         offerChoices();
         return 0;
+    case WM_SYSKEYDOWN:
+        if (wParam != VK_DOWN && wParam != VK_UP)
+            break;
+        offerChoices();
+        return 0;
     default:
         break;
     }
@@ -143,7 +156,12 @@ int TextWithPopupMenu::pickFromMenu()
 void TextWithPopupMenu::offerChoices()
 {
     const HWND own = window();
+    // The character of the key that opens the menu would close it again.
+    forget(own, WM_CHAR);
     const int picked = pickFromMenu();
+    // And the click on the control that closes the menu would open it again.
+    if (picked < 0)
+        forget(own, WM_LBUTTONDOWN);
     // The dialog, and with it this object, may have ended while the menu was up.
     if (picked < 0 || !IsWindow(own))
         return;

@@ -101,6 +101,32 @@ TEST_F(TextWithPopupMenuTest, offersTheSecondTextsWithTheCurrentOneChecked)
     EXPECT_EQ(menuText(), L"Password[Key File]");
 }
 
+TEST_F(TextWithPopupMenuTest, opensByAltAndAnArrowToo)
+{
+    for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN})
+        PostMessageW(window(), WM_KEYDOWN, key, 0);
+    SendMessageW(window(), WM_SYSKEYDOWN, VK_DOWN, 1 << 29);
+    EXPECT_EQ(changed().count, 1);
+    EXPECT_EQ(changed().lParam, 1);
+}
+
+TEST_F(TextWithPopupMenuTest, keepsTheMenuOpenWhenTheCharacterOfTheKeyArrives)
+{
+    PostMessageW(window(), WM_CHAR, L' ', 1);
+    keys(VK_SPACE, {VK_DOWN, VK_DOWN, VK_RETURN});
+    EXPECT_EQ(changed().count, 1);
+    EXPECT_EQ(changed().lParam, 1);
+}
+
+TEST_F(TextWithPopupMenuTest, opensByAClick)
+{
+    for (const WPARAM key : {VK_DOWN, VK_RETURN})
+        PostMessageW(window(), WM_KEYDOWN, key, 0);
+    SendMessageW(window(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+    EXPECT_EQ(changed().count, 1);
+    EXPECT_EQ(changed().wParam, static_cast<WPARAM>(control_->getControlId()));
+}
+
 TEST_F(TextWithPopupMenuTest, isReachedByTab)
 {
     EXPECT_TRUE(GetWindowLongPtrW(window(), GWL_STYLE) & WS_TABSTOP);
@@ -121,6 +147,19 @@ TEST_F(TextWithPopupMenuTest, alignsCaptionsWithItsText)
     // The text begins there.
     constexpr int Bearing = 3;
     EXPECT_GT(paintedUnlike(RGB(255, 255, 255), column), paintedUnlike(RGB(255, 255, 255), column + Bearing));
+}
+
+TEST_F(TextWithPopupMenuTest, isAsHighAsACaptionSoThatTheTextsOfARowStandOnOneLine)
+{
+    auto* const caption =
+        static_cast<ITextWithLinks*>(makeControl(ControlClass::TextWithLinks, dialog_.window(), 0, 0, 100, 50));
+    caption->setText(L"Repeat:");
+    caption->fitToContent();
+    ControlRect captionRect{};
+    caption->getRect(&captionRect);
+    caption->destroy();
+    control_->fitToContent();
+    EXPECT_EQ(height(), captionRect.bottom - captionRect.top);
 }
 
 TEST_F(TextWithPopupMenuTest, keepsItsSizeFromChoiceToChoice)

@@ -100,6 +100,41 @@ protected:
     ~ITextWithPopupMenu() = default;
 };
 
+/// An edit with icon buttons at its right.
+class IEditWithIconButtons : public ICustomControl
+{
+public:
+    virtual void maskText() = 0;
+    virtual void unmaskText() = 0;
+    /// Owned by the control, valid until the next call: copy it at once.
+    virtual const wchar_t* getText() = 0;
+    virtual void setText(const wchar_t* text) = 0;
+    /// The icon is a resource of type "PNG" in `module`.
+    virtual void addIconButton(void* module, const wchar_t* pngName) = 0;
+    virtual void showBalloon(const wchar_t* title, const wchar_t* text) = 0;
+    virtual void setTextColor(std::uint32_t colour) = 0;
+
+protected:
+    ~IEditWithIconButtons() = default;
+};
+
+/// A drop-down list.
+class IComboBox : public ICustomControl
+{
+public:
+    virtual void addItem(const wchar_t* text) = 0;
+    virtual void notCalled6() = 0;
+    virtual void notCalled7() = 0;
+    virtual void showDropDown() = 0;
+    virtual void clearItems() = 0;
+    /// Index from 0; -1 when nothing is chosen.
+    virtual int getCurrentItem() = 0;
+    virtual void setCurrentItem(int index) = 0;
+
+protected:
+    ~IComboBox() = default;
+};
+
 /// Class ids for `createControl`.
 namespace ControlClass
 {
@@ -107,6 +142,8 @@ inline constexpr const wchar_t* CopyDialogGradient = L"paneexpl7::copydialoggrad
 inline constexpr const wchar_t* TextWithLinks = L"panewin7::text::textwithlinks";
 inline constexpr const wchar_t* SimpleText = L"panewin7::text::simpletext";
 inline constexpr const wchar_t* TextWithPopupMenu = L"panewin7::text::textwithpopupmenu";
+inline constexpr const wchar_t* EditWithIconButtons = L"paneexpl7::edit::editwithbuttons";
+inline constexpr const wchar_t* ComboBox = L"panewin7::lists::combobox";
 } // namespace ControlClass
 
 /// Names of the messages that the controls send to their parent, for `RegisterWindowMessageW`.
