@@ -1,31 +1,12 @@
 #include "vaultcore/deleter.h"
 
 #include "interfaces/vaultcore/exception.h"
-#include "interfaces/vaultcore/file_list.h"
 #include "vaultcore/deletion_job.h"
+#include "vaultcore/file_list.h"
 #include "vaultcore/operation_events.h"
-
-#include <string>
-#include <vector>
 
 namespace VaultCore
 {
-namespace
-{
-
-std::vector<std::wstring> entriesOf(IFileList& files)
-{
-    std::vector<std::wstring> entries;
-    for (int i = 0; i < files.GetCount(); ++i)
-    {
-        const wchar_t* entry = files.GetItem(i);
-        entries.emplace_back(entry != nullptr ? entry : L"");
-    }
-    return entries;
-}
-
-} // namespace
-
 void Deleter::Start(IFileList* files, IDeletionOptions* options, IOperationEvents* events)
 {
     if (thread_.joinable())

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "vaultcore/job_files.h"
-#include "vaultcore/operation_events.h"
+#include "vaultcore/list_job.h"
 #include "vaultcore/wiper.h"
 
 #include <optional>
@@ -20,7 +19,7 @@ namespace VaultCore
 ///   failed file stays without a further question.
 /// - A failure is asked about: repeat tries the same again, without limit; abort ends the job; any other answer, and
 ///   no receiver to ask, skips the file.
-class DeletionJob
+class DeletionJob final : private IListWork
 {
 public:
     DeletionJob(IFileSystem& files, const EventReceivers& events, bool wipe);
@@ -29,31 +28,22 @@ public:
     void run(const std::vector<std::wstring>& entries);
 
 private:
-    std::vector<JobItem> buildList(const std::vector<std::wstring>& entries);
-    void work(std::vector<JobItem>& items);
-    void workOnFile(JobItem& item);
-    void workOnFolder(const JobItem& item);
-    void workOnBadItem(const JobItem& item);
-    std::optional<FileFailure> removeFile(JobItem& item);
-    std::optional<FileFailure> wipeFile(JobItem& item);
+    void workOnFile(JobItem& item) override;
+    void workOnFolder(const JobItem& item) override;
+    void leave(const JobItem& item) override;
+    void removeFile(JobItem& item);
+    void wipeFile(JobItem& item);
     std::optional<FileFailure> removeFolder(const JobItem& item);
     void wipeFolder(const Place& folder);
     Wiper& wiper();
 
-    bool listed(const JobItem& item);
-    void start(const std::wstring& name);
-    bool report(std::uint64_t done, std::uint64_t total);
-    bool repeats(const JobItem& item, const FileFailure& failure);
-    void finish(const JobItem& item, const FileFailure* failure);
     void keepFoldersOf(const Place& place);
 
     IFileSystem& files_;
-    EventReceivers events_;
+    JobReports reports_;
     bool wipe_;
     std::optional<Wiper> wiper_;
-    JobFiles list_;
-    std::uint32_t found_ = 0;
-    bool stop_ = false;
+    ListJob job_;
     /// Paths of the folders that hold something that stays.
     std::set<NativeText> kept_;
 };

@@ -1,29 +1,23 @@
 #include "vaultcore/factory.h"
 
-#include "interfaces/vaultcore/exception.h"
+#include "vaultcore/container/key.h"
+#include "vaultcore/decryptor.h"
 #include "vaultcore/deleter.h"
+#include "vaultcore/encryptor.h"
 #include "vaultcore/file_list.h"
 #include "vaultcore/file_system.h"
 #include "vaultcore/operation_events.h"
+#include "vaultcore/package/sfx_options.h"
 
 namespace VaultCore
 {
-namespace
+IKey* Factory::CreatePasswordKey(const wchar_t* password)
 {
-
-constexpr const wchar_t* NoKeys = L"This engine cannot use passwords or key files.";
-constexpr const wchar_t* NoEncryption = L"This engine cannot encrypt.";
-constexpr const wchar_t* NoDecryption = L"This engine cannot decrypt.";
-
-} // namespace
-
-IKey* Factory::CreatePasswordKey(const wchar_t*)
-{
-    throw Exception(NoKeys);
+    return createPasswordKey(password != nullptr ? password : L"").release();
 }
-IKey* Factory::LoadKeyFile(const wchar_t*)
+IKey* Factory::LoadKeyFile(const wchar_t* path)
 {
-    throw Exception(NoKeys);
+    return loadKeyFile(path != nullptr ? path : L"").release();
 }
 IFileList* Factory::CreateFileList()
 {
@@ -35,19 +29,19 @@ IOperationEvents* Factory::CreateOperationEvents()
 }
 IEncryptionOptions* Factory::CreateEncryptionOptions()
 {
-    throw Exception(NoEncryption);
+    return new EncryptionOptions;
 }
 ISfxOptions* Factory::CreateSfxOptions()
 {
-    throw Exception(NoEncryption);
+    return new SfxOptions;
 }
 IEncryptor* Factory::CreateEncryptor()
 {
-    throw Exception(NoEncryption);
+    return new Encryptor(createFileSystem());
 }
 IDecryptionOptions* Factory::CreateDecryptionOptions()
 {
-    throw Exception(NoDecryption);
+    return new DecryptionOptions;
 }
 IDecryptionEvents* Factory::CreateDecryptionEvents()
 {
@@ -55,7 +49,7 @@ IDecryptionEvents* Factory::CreateDecryptionEvents()
 }
 IDecryptor* Factory::CreateDecryptor()
 {
-    throw Exception(NoDecryption);
+    return new Decryptor(createFileSystem());
 }
 IDeleter* Factory::CreateDeleter()
 {

@@ -5,8 +5,7 @@
 namespace VaultCore
 {
 
-/// Gives out the parts of this engine. It removes files; it holds no cipher for documents, so the operations for keys,
-/// encryption and decryption throw `VaultCore::Exception` with a text for the user.
+/// Gives out the parts of this engine.
 class Factory final : public IFactory
 {
 public:

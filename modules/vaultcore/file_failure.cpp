@@ -48,6 +48,27 @@ std::wstring textOf(FailureCause cause, const std::wstring& detail)
         return L"The operation was cancelled; the file is untouched.";
     case FailureCause::CancelledPartly:
         return L"The operation was cancelled; the file is partly overwritten.";
+    case FailureCause::IsLink:
+        return L"This is a link and not a file with content of its own; links are not followed.";
+    case FailureCause::TargetExists:
+        return L"A file with the name of the result exists already; it is not replaced.";
+    case FailureCause::SourceChanged:
+        return L"The file was changed by another program during the work; it stays as it is.";
+    case FailureCause::ResultDiffers:
+        return L"The new file could not be read back as it was written; the source file is untouched.";
+    case FailureCause::NoTargetFolder:
+        return L"The folder for the decrypted files does not exist.";
+    case FailureCause::NoKey:
+        return L"The file needs a password or a key file, and none was given.";
+    case FailureCause::ForeignKey:
+        return L"The key does not belong to this engine.";
+    case FailureCause::Skipped:
+        return L"The file was skipped.";
+    case FailureCause::NoMemory:
+        return L"There is not enough memory.";
+    case FailureCause::TooLarge:
+        return L"The disk, or a limit of the system, allows no file as large as this one.";
+    case FailureCause::Content:
     case FailureCause::Other:
         break;
     }

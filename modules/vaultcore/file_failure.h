@@ -27,10 +27,22 @@ enum class FailureCause
     Random,
     Cancelled,
     CancelledPartly,
+    IsLink,
+    TargetExists,
+    SourceChanged,
+    ResultDiffers,
+    NoTargetFolder,
+    NoKey,
+    ForeignKey,
+    Skipped,
+    NoMemory,
+    TooLarge,
+    /// The content of a file or a key; `detail` tells.
+    Content,
     Other,
 };
 
-/// Plain sentence for the user. `detail` is the system's own text and serves `Other` alone.
+/// Plain sentence for the user. `detail` is the system's own text and serves `Other`, or that of `Content`.
 std::wstring textOf(FailureCause cause, const std::wstring& detail);
 
 /// A failed operation on one file; it never leaves the engine.

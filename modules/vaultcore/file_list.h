@@ -24,4 +24,16 @@ private:
     std::vector<std::wstring> entries_;
 };
 
+/// The entries of any list, for a job that outlives the call.
+inline std::vector<std::wstring> entriesOf(IFileList& files)
+{
+    std::vector<std::wstring> entries;
+    for (int i = 0; i < files.GetCount(); ++i)
+    {
+        const wchar_t* entry = files.GetItem(i);
+        entries.emplace_back(entry != nullptr ? entry : L"");
+    }
+    return entries;
+}
+
 } // namespace VaultCore

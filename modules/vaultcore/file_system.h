@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -47,7 +48,21 @@ struct FileInfo
     std::uint64_t size = 0;
     std::uint64_t names = 1;
     FileIdentity identity;
+    /// In 100 ns since 1601 (UTC); 0 when not known.
+    std::uint64_t modified = 0;
+    std::uint64_t created = 0;
+    /// Permissions (Linux) or attributes (Windows), as the system has them.
+    std::uint32_t attributes = 0;
+    /// Group that the permissions speak of (Linux); nothing when it is not known.
+    std::optional<std::uint32_t> group;
 };
+
+/// Is it still the same file, with the same content as far as the system tells?
+inline bool unchanged(const FileInfo& before, const FileInfo& now)
+{
+    return before.kind == now.kind && before.identity == now.identity && before.size == now.size &&
+           before.modified == now.modified;
+}
 
 /// A part of a file that has storage behind it, in bytes.
 struct Extent
@@ -74,7 +89,38 @@ public:
     virtual void remove() = 0;
 };
 
-/// The operations on files that removing needs. A failed one throws `FileFailure`. Safe on any thread.
+/// A file opened to be read, from its start on. Every operation throws `FileFailure`.
+class IReadFile
+{
+public:
+    virtual ~IReadFile() = default;
+    virtual FileInfo info() = 0;
+    /// Fills `bytes` as far as there is content left; a short count is the end.
+    virtual std::size_t read(std::span<std::uint8_t> bytes) = 0;
+    /// The next read begins here, which may be behind the end.
+    virtual void seek(std::uint64_t offset) = 0;
+    /// Drops what memory holds of the file, so that the reads ask the device, as far as the system lets itself be told.
+    virtual void forgetMemory() = 0;
+};
+
+/// A file in the making, under a temporary name that nobody else works on. It disappears with this object unless it
+/// was published. Every operation throws `FileFailure`.
+class INewFile
+{
+public:
+    virtual ~INewFile() = default;
+    virtual void write(std::span<const std::uint8_t> bytes) = 0;
+    /// Drops all behind the first `size` bytes; the next write follows them.
+    virtual void cutTo(std::uint64_t size) = 0;
+    /// Takes over permissions and times, as far as the place can keep them; a time of 0 is left out. What was allowed
+    /// to a group is allowed to that group alone.
+    virtual void takeOver(const FileInfo& like) = 0;
+    /// Gives the file its final name in its folder, and returns when the device has content and name. `NameTaken` when
+    /// there is such a name already: nothing is replaced. Closes the file.
+    virtual FileInfo publish(const NativeText& name) = 0;
+};
+
+/// The operations on files that the jobs need. A failed one throws `FileFailure`. Safe on any thread.
 class IFileSystem
 {
 public:
@@ -96,6 +142,23 @@ public:
     virtual void renameFolder(const Place& folder, const NativeText& name) = 0;
     /// Removes a name: a file's, a link's own, or that of an empty folder. A write protection is taken off first.
     virtual void remove(const Place& place, FileKind kind) = 0;
+    /// Removes the name of a file that still is as `expected`; otherwise `SourceChanged`. `InUse` when another program
+    /// has it open and may write to it, as far as the system tells.
+    virtual void removeUnchanged(const Place& place, const FileInfo& expected) = 0;
+
+    /// Place of a folder of the user's: an empty `below`. It need not exist. Throws `NoName` for no path at all.
+    virtual Place locateFolder(const std::wstring& path) = 0;
+    /// `text` without what must not be in a file's name here: folders on the way, control characters, and whatever
+    /// leads elsewhere. Empty when nothing is left of it.
+    virtual NativeText leafName(const std::wstring& text) = 0;
+    /// Opens the file itself: a link is refused.
+    virtual std::unique_ptr<IReadFile> openForReading(const Place& place) = 0;
+    /// Makes a file that was not there; `NameTaken` otherwise. Only its maker can read it until `takeOver`.
+    virtual std::unique_ptr<INewFile> createNew(const Place& place) = 0;
+    /// Makes a folder that was not there; `NameTaken` otherwise.
+    virtual void createFolder(const Place& place) = 0;
+    /// Removes a file that nobody is making any more; false, and nothing done, when somebody has it.
+    virtual bool removeAbandoned(const Place& place) = 0;
 };
 
 /// The one of this system.

@@ -28,7 +28,7 @@ std::vector<JobItem> JobFiles::expandAgain(const JobItem& bad)
     std::vector<JobItem> items;
     if (info.kind == FileKind::Folder)
         addTree(bad.place, info, items);
-    else
+    else if (isWanted(selection_.inFolder, bad.place, info))
         addFile(bad.place, info, items);
     return items;
 }
@@ -39,13 +39,15 @@ std::uint64_t JobFiles::namesOf(const FileIdentity& identity) const
     return found == names_.end() ? 0 : found->second;
 }
 
-void JobFiles::forgetName(const FileIdentity& identity)
+void JobFiles::forgetName(const FileIdentity& identity, bool gone)
 {
     const auto found = names_.find(identity);
     if (found != names_.end() && --found->second > 0)
         return;
     if (found != names_.end())
         names_.erase(found);
+    if (!gone)
+        return;
     // The system may give the identity to the next file that is made; that one is not known.
     const auto first = known_.lower_bound({identity, {}, {}});
     const auto last =
@@ -63,6 +65,8 @@ std::vector<JobItem> JobFiles::readEntry(const std::wstring& entry)
         addEntryFolder(place, *info, items);
         return items;
     }
+    if (info && info->kind != FileKind::File && !selection_.links)
+        throw FileFailure(FailureCause::IsLink, 0);
     if (info)
     {
         addFile(place, *info, items);
@@ -126,9 +130,9 @@ void JobFiles::addChild(const Place& place, std::vector<JobItem>& items, std::ve
         const std::optional<FileInfo> info = inspectIfThere(place);
         if (!info)
             return; // gone since its folder was listed
-        if (info->kind != FileKind::Folder)
+        if (info->kind != FileKind::Folder && isWanted(selection_.inFolder, place, *info))
             return addFile(place, *info, items);
-        if (isNew(place, *info))
+        if (info->kind == FileKind::Folder && isNew(place, *info))
             pending.push_back({JobItem::Kind::Folder, place, files_.display(place), *info});
     }
     catch (const FileFailure&)
@@ -148,7 +152,7 @@ void JobFiles::addMatches(const Place& pattern, std::vector<JobItem>& items)
             continue;
         const Place place = childOf(folder, name);
         const std::optional<FileInfo> info = inspectIfThere(place);
-        if (!info || info->kind == FileKind::Folder)
+        if (!info || info->kind == FileKind::Folder || !isWanted(selection_.byPattern, place, *info))
             continue;
         matched = true;
         addFile(place, *info, items);
@@ -170,6 +174,13 @@ void JobFiles::addFile(const Place& place, const FileInfo& info, std::vector<Job
 void JobFiles::addBadName(const Place& place, std::vector<JobItem>& items)
 {
     items.push_back({JobItem::Kind::BadName, place, files_.display(place), {}});
+}
+
+bool JobFiles::isWanted(const Selection::Wanted& wanted, const Place& place, const FileInfo& info) const
+{
+    if (info.kind != FileKind::File && !selection_.links)
+        return false;
+    return !wanted || wanted(nameOf(place));
 }
 
 bool JobFiles::isNew(const Place& place, const FileInfo& info)

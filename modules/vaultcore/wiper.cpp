@@ -13,7 +13,7 @@ constexpr int RenameAttempts = 8;
 
 } // namespace
 
-bool Wiper::wipe(Place& place, std::uint64_t names, const Progress& progress)
+bool Wiper::wipe(Place& place, std::uint64_t names, const Progress& progress, const Accept& accept)
 {
     // Asked before the file is opened too: opening takes off a write protection, which other names share.
     if (files_.inspect(place).names > names)
@@ -22,6 +22,8 @@ bool Wiper::wipe(Place& place, std::uint64_t names, const Progress& progress)
     const FileInfo info = file->info();
     if (info.names > names)
         throw FileFailure(FailureCause::OtherNames, 0);
+    if (accept)
+        accept(info);
     if (!overwrite(*file, info.size, progress))
         return false;
     file->truncate();

@@ -25,12 +25,15 @@ public:
     /// Told the bytes that are done; false stops between two chunks. Not called for the last chunk of a file.
     using Progress = std::function<bool(std::uint64_t done)>;
 
+    /// Looks at the opened file before a byte of it is written, and throws to refuse it.
+    using Accept = std::function<void(const FileInfo& opened)>;
+
     explicit Wiper(IFileSystem& files) : files_(files) {}
 
     /// Overwrites, flushes, truncates, renames and removes the file, in this order. `place` follows the new name, so
     /// that a failed removal can be tried again. False when `progress` stopped it. Throws `FileFailure`;
     /// `OtherNames`, before a byte is written, when the file has more names than `names`.
-    bool wipe(Place& place, std::uint64_t names, const Progress& progress);
+    bool wipe(Place& place, std::uint64_t names, const Progress& progress, const Accept& accept = {});
     /// The name with no meaning that an empty folder gets before it goes.
     NativeText meaninglessName();
 

@@ -1,5 +1,6 @@
 #include "zelplatform/sfx_comment.h"
 
+#include "telemetry/usage_names.h"
 #include "zelplatform/files.h"
 #include "zelplatform/scratch_folder.h"
 
@@ -23,6 +24,11 @@ TEST_F(SfxCommentTest, isTheBuiltInOneAtFirst)
 {
     EXPECT_EQ(comment().load(), builtInSfxComment());
     EXPECT_EQ(builtInSfxComment(), L"This file was encrypted with the Halden suite. www.halden.example");
+}
+
+TEST_F(SfxCommentTest, holdsTheDomainByWhichTheProgramKnowsThatItIsNotTheUsersOwn)
+{
+    EXPECT_NE(builtInSfxComment().find(Halden::ZEL::Telemetry::MakerDomain), std::wstring::npos);
 }
 
 TEST_F(SfxCommentTest, comesBackAsItWasSaved)

@@ -2,6 +2,7 @@
 #include "fakes/fake_engine.h"
 #include "fakes/slot_of.h"
 #include "interfaces/panekit/controls.h"
+#include "interfaces/process/key_validation.h"
 #include "interfaces/release_ptr.h"
 #include "interfaces/vaultcore/exception.h"
 #include "interfaces/vaultcore/factory.h"
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <numeric>
+#include <type_traits>
 
 using namespace Fakes;
 
@@ -40,6 +42,38 @@ TEST(TheTableOfTheEngine, hasTheDeletionInOrder)
 {
     expectSlots(0, &VaultCore::IDeleter::Release, &VaultCore::IDeleter::Start, &VaultCore::IDeleter::IsFinished);
     expectSlots(0, &VaultCore::IDeletionOptions::Release, &VaultCore::IDeletionOptions::SetMethod);
+}
+
+TEST(TheTableOfTheEngine, hasTheEncryptionInOrder)
+{
+    using Encryptor = VaultCore::IEncryptor;
+    expectSlots(0, &Encryptor::Release, &Encryptor::StartSfx, &Encryptor::Start, &Encryptor::IsFinished);
+    using T = VaultCore::IEncryptionOptions;
+    expectSlots(0, &T::Release, &T::SetAlgorithm, &T::SetKey, &T::SetRiddle, &T::notCalled1, &T::notCalled2,
+                &T::SetExtraText, &T::SetDestiny);
+}
+
+TEST(TheTableOfTheEngine, hasTheCommentOfAPackageBehindTheOptionsOfAnEncryption)
+{
+    using T = VaultCore::ISfxOptions;
+    expectSlots(0, &T::Release, &T::SetAlgorithm, &T::SetKey, &T::SetRiddle, &T::notCalled1, &T::notCalled2,
+                &T::SetExtraText, &T::SetDestiny, &T::SetSfxComment);
+}
+
+TEST(TheTableOfTheEngine, hasTheDecryptionInOrder)
+{
+    using Decryptor = VaultCore::IDecryptor;
+    expectSlots(0, &Decryptor::Release, &Decryptor::Start, &Decryptor::IsFinished);
+    using Options = VaultCore::IDecryptionOptions;
+    expectSlots(0, &Options::Release, &Options::SetPath, &Options::SetMode, &Options::GetMode);
+}
+
+TEST(TheTableOfTheEngine, hasKeysAndTheirProviderInOrder)
+{
+    expectSlots(0, &VaultCore::IKey::Release, &VaultCore::IKey::notCalled1, &VaultCore::IKey::GetKeyType);
+    using T = VaultCore::IPasswordProvider;
+    expectSlots(0, &T::ProvideKey, &T::GetStoredKey, &T::GetStoredKeyCount, &T::AddStoredKey);
+    expectSlots(0, &JobRunner::IDpvKeyValidation::ValidateKeyFile);
 }
 
 TEST(TheTableOfTheEngine, hasTheFileListInOrder)
@@ -100,6 +134,30 @@ TEST(TheTableOfTheDocuments, hasAGetterFirstInTheTableOfEachKind)
     using Decryptor = ZelPlatform::IDecryptorThreadDocument;
     expectSlots(0, &Decryptor::GetDecryptionPath, &Decryptor::GetDecryptionMode);
     expectSlots(0, &ZelPlatform::IDeleterThreadDocument::GetDeletionMethod);
+}
+
+namespace
+{
+
+/// None of these is destroyed through its table.
+template <class... Interfaces> void expectNoDestructors()
+{
+    EXPECT_FALSE((std::has_virtual_destructor_v<Interfaces> || ...));
+}
+
+} // namespace
+
+TEST(TheTables, holdNoDestructor)
+{
+    using namespace VaultCore;
+    expectNoDestructors<VaultCore::IFactory, IKey, IFileList, IPasswordProvider, JobRunner::IDpvKeyValidation>();
+    expectNoDestructors<IEncryptor, IEncryptionOptions, ISfxOptions, IDecryptor, IDecryptionOptions, IDeleter,
+                        IDeletionOptions>();
+    expectNoDestructors<IOperationEvents, IDecryptionEvents, IOverallProgressEvents, IFileListBuilderEvents,
+                        IFileProgressEvents, IFileConflictEvents>();
+    using namespace ZelPlatform;
+    expectNoDestructors<ZelPlatform::IFactory, IJobDocumentStore, IJobRunnerDocument, IEncryptorThreadDocument,
+                        IEncryptorSfxThreadDocument, IDecryptorThreadDocument, IDeleterThreadDocument>();
 }
 
 TEST(TheTableOfTheControls, hasTheCommonOperationsInOrder)
@@ -164,6 +222,54 @@ TEST(ACallByNumber, reachesEachOperationOfTheFactory)
                                              L"options.SetMethod(7)",  L"factory.notCalled1",
                                              L"factory.Release"};
     EXPECT_EQ(log.calls(), expected);
+}
+
+namespace
+{
+
+using Factory = VaultCore::IFactory;
+
+/// What the factory's operation at `slot` gives.
+template <class Object> ReleasePtr<Object> made(Factory& factory, std::size_t slot)
+{
+    return ReleasePtr<Object>((factory.*memberAt<Object* (Factory::*)()>(slot))());
+}
+
+ReleasePtr<VaultCore::IKey> keyOf(Factory& factory, std::size_t slot, const wchar_t* text)
+{
+    return ReleasePtr<VaultCore::IKey>((factory.*memberAt<VaultCore::IKey* (Factory::*)(const wchar_t*)>(slot))(text));
+}
+
+} // namespace
+
+TEST(ACallByNumber, reachesKeysAndTheObjectsOfTheEncryptions)
+{
+    CallLog log;
+    FakeEngine engine(log);
+    engine.keyFiles[L"k"].type = 3;
+    const ReleasePtr<Factory> factory(FakeEngine::createFactory());
+    EXPECT_EQ(keyOf(*factory, 2, L"secret")->GetKeyType(), 0);
+    const auto key = keyOf(*factory, 3, L"k");
+    EXPECT_EQ((key.get()->*memberAt<int (VaultCore::IKey::*)()>(2))(), 3);
+    log.clear();
+    made<VaultCore::IFileList>(*factory, 4);
+    made<VaultCore::IEncryptionOptions>(*factory, 6);
+    const auto sfx = made<VaultCore::ISfxOptions>(*factory, 7);
+    made<VaultCore::IEncryptor>(*factory, 8);
+    made<VaultCore::IDecryptionOptions>(*factory, 9);
+    made<VaultCore::IDecryptionEvents>(*factory, 10);
+    made<VaultCore::IDecryptor>(*factory, 11);
+    EXPECT_EQ(log.callsOf(L"factory."),
+              (std::vector<std::wstring>{L"factory.CreateFileList", L"factory.CreateEncryptionOptions",
+                                         L"factory.CreateSfxOptions", L"factory.CreateEncryptor",
+                                         L"factory.CreateDecryptionOptions", L"factory.CreateDecryptionEvents",
+                                         L"factory.CreateDecryptor"}));
+    using Sfx = VaultCore::ISfxOptions;
+    (sfx.get()->*memberAt<void (Sfx::*)(VaultCore::IKey*)>(2))(key.get());
+    (sfx.get()->*memberAt<void (Sfx::*)(std::uint32_t)>(7))(2);
+    (sfx.get()->*memberAt<void (Sfx::*)(const wchar_t*)>(8))(L"comment");
+    EXPECT_EQ(log.callsOf(L"options.Set"), (std::vector<std::wstring>{L"options.SetKey(k)", L"options.SetDestiny(2)",
+                                                                      L"options.SetSfxComment(comment)"}));
 }
 
 TEST(ACallByNumber, reachesEachKindOfADocument)

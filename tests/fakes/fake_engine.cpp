@@ -2,6 +2,7 @@
 
 #include "fakes/fake_engine_objects.h"
 #include "fakes/fake_file_list.h"
+#include "interfaces/vaultcore/exception.h"
 
 #include <numeric>
 
@@ -13,15 +14,30 @@ namespace
 
 FakeEngine* current = nullptr;
 
-/// Gives out what a deletion needs. What only other jobs ask for is logged and null.
 class FakeFactory final : public EngineObject<VaultCore::IFactory>
 {
 public:
     explicit FakeFactory(FakeEngine& engine) : EngineObject(engine, L"factory") {}
 
     void notCalled1() override { log(L"notCalled1"); }
-    VaultCore::IKey* CreatePasswordKey(const wchar_t*) override { return none(L"CreatePasswordKey"); }
-    VaultCore::IKey* LoadKeyFile(const wchar_t*) override { return none(L"LoadKeyFile"); }
+
+    VaultCore::IKey* CreatePasswordKey(const wchar_t* password) override
+    {
+        log(std::wstring(L"CreatePasswordKey(") + password + L")");
+        if (!engine_.passwordFailure.empty())
+            throw VaultCore::Exception(engine_.passwordFailure);
+        return new FakeKey(engine_, password, 0);
+    }
+
+    VaultCore::IKey* LoadKeyFile(const wchar_t* path) override
+    {
+        log(std::wstring(L"LoadKeyFile(") + path + L")");
+        const auto found = engine_.keyFiles.find(path);
+        if (found == engine_.keyFiles.end() || found->second.loads == 0)
+            throw VaultCore::Exception(std::wstring(L"No key file: ") + path);
+        --found->second.loads;
+        return new FakeKey(engine_, path, found->second.type);
+    }
 
     VaultCore::IFileList* CreateFileList() override
     {
@@ -31,34 +47,40 @@ public:
 
     VaultCore::IOperationEvents* CreateOperationEvents() override
     {
-        log(L"CreateOperationEvents");
-        return new FakeOperationEvents(engine_);
+        return make<FakeOperationEvents>(L"CreateOperationEvents");
     }
 
-    VaultCore::IEncryptionOptions* CreateEncryptionOptions() override { return none(L"CreateEncryptionOptions"); }
-    VaultCore::ISfxOptions* CreateSfxOptions() override { return none(L"CreateSfxOptions"); }
-    VaultCore::IEncryptor* CreateEncryptor() override { return none(L"CreateEncryptor"); }
-    VaultCore::IDecryptionOptions* CreateDecryptionOptions() override { return none(L"CreateDecryptionOptions"); }
-    VaultCore::IDecryptionEvents* CreateDecryptionEvents() override { return none(L"CreateDecryptionEvents"); }
-    VaultCore::IDecryptor* CreateDecryptor() override { return none(L"CreateDecryptor"); }
-
-    VaultCore::IDeleter* CreateDeleter() override
+    VaultCore::IEncryptionOptions* CreateEncryptionOptions() override
     {
-        log(L"CreateDeleter");
-        return new FakeDeleter(engine_);
+        return make<FakeEncryptionOptions>(L"CreateEncryptionOptions");
     }
+
+    VaultCore::ISfxOptions* CreateSfxOptions() override { return make<FakeSfxOptions>(L"CreateSfxOptions"); }
+    VaultCore::IEncryptor* CreateEncryptor() override { return make<FakeEncryptor>(L"CreateEncryptor"); }
+
+    VaultCore::IDecryptionOptions* CreateDecryptionOptions() override
+    {
+        return make<FakeDecryptionOptions>(L"CreateDecryptionOptions");
+    }
+
+    VaultCore::IDecryptionEvents* CreateDecryptionEvents() override
+    {
+        return make<FakeDecryptionEvents>(L"CreateDecryptionEvents");
+    }
+
+    VaultCore::IDecryptor* CreateDecryptor() override { return make<FakeDecryptor>(L"CreateDecryptor"); }
+    VaultCore::IDeleter* CreateDeleter() override { return make<FakeDeleter>(L"CreateDeleter"); }
 
     VaultCore::IDeletionOptions* CreateDeletionOptions() override
     {
-        log(L"CreateDeletionOptions");
-        return new FakeDeletionOptions(engine_);
+        return make<FakeDeletionOptions>(L"CreateDeletionOptions");
     }
 
 private:
-    std::nullptr_t none(const wchar_t* call)
+    template <class Object> Object* make(const wchar_t* call)
     {
         log(call);
-        return nullptr;
+        return new Object(engine_);
     }
 };
 
@@ -66,6 +88,11 @@ std::uint64_t totalSize(const std::vector<EngineFile>& files)
 {
     return std::accumulate(files.begin(), files.end(), std::uint64_t{0},
                            [](std::uint64_t sum, const EngineFile& file) { return sum + file.size; });
+}
+
+bool opens(VaultCore::IKey* key, const EngineFile& file)
+{
+    return static_cast<FakeKey*>(key)->secret() == file.secret;
 }
 
 constexpr std::uint32_t Failed = 5;
@@ -105,6 +132,12 @@ void FakeEngine::work(const EngineCallbacks& callbacks)
 bool FakeEngine::workOn(EngineFile& file, const EngineCallbacks& callbacks)
 {
     callbacks.overall->OnFileStarted(file.name.c_str());
+    const bool locked = callbacks.passwords && !file.secret.empty();
+    if (const int answer = locked ? open(file, *callbacks.passwords) : VaultCore::KeyProvided)
+    {
+        callbacks.overall->OnFileFinished(nullptr, L"No key.", Failed);
+        return answer != VaultCore::KeyCancelJob;
+    }
     for (; file.failures > 0; --file.failures)
     {
         const int action = callbacks.conflict->OnFileError(file.name.c_str(), L"", L"Access is denied.");
@@ -117,6 +150,28 @@ bool FakeEngine::workOn(EngineFile& file, const EngineCallbacks& callbacks)
                       callbacks.progress->OnFileProgress(file.size, file.size) != 0;
     callbacks.overall->OnFileFinished(nullptr, nullptr, goOn ? 0 : Failed);
     return goOn;
+}
+
+int FakeEngine::open(const EngineFile& file, VaultCore::IPasswordProvider& passwords)
+{
+    for (int index = 0; index < passwords.GetStoredKeyCount(); ++index)
+    {
+        if (opens(passwords.GetStoredKey(index), file))
+            return VaultCore::KeyProvided;
+    }
+    while (true)
+    {
+        VaultCore::IKey* key = nullptr;
+        const int answer = passwords.ProvideKey(file.name.c_str(), &key);
+        if (answer != VaultCore::KeyProvided)
+            return answer;
+        if (opens(key, file))
+        {
+            passwords.AddStoredKey(key);
+            return answer;
+        }
+        key->Release();
+    }
 }
 
 } // namespace Fakes

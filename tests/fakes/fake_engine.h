@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,7 @@ struct EngineCallbacks
     VaultCore::IFileProgressEvents* progress = nullptr;
     VaultCore::IFileProgressEvents* destiny = nullptr;
     VaultCore::IFileConflictEvents* conflict = nullptr;
+    VaultCore::IPasswordProvider* passwords = nullptr; ///< of a decryption only
 };
 
 /// A file that the engine works on. While `failures` is above 0 it asks what to do about the file's error.
@@ -27,10 +29,20 @@ struct EngineFile
     std::wstring name;
     std::uint64_t size = 0;
     int failures = 0;
+    /// The password, or the path of the key file, that a decryption needs; empty for a file that is not encrypted.
+    std::wstring secret{};
 };
 
-/// A crypto engine in memory. It deletes nothing; it calls back on a thread of its own as a deletion does, and logs
-/// what is made, called and released. One engine at a time.
+struct EngineKeyFile
+{
+    int type = VaultCore::KeyTypeSymmetric;
+    /// How often it can be loaded before it is gone; a number below 0 for always.
+    int loads = -1;
+};
+
+/// A crypto engine in memory. It changes no file; it calls back on a thread of its own as a job does, and logs what is
+/// made, called and released, as "options.SetRiddle(text)". A key is shown as its password or path. One engine at a
+/// time.
 class FakeEngine
 {
 public:
@@ -52,7 +64,14 @@ public:
     /// So many times `IsFinished` answers false; the next question waits for the end of the work and answers true.
     int questionsUntilFinished = 0;
 
-    /// The list of the last `Start`.
+    /// By their paths. Any other path throws "No key file: PATH".
+    std::map<std::wstring, EngineKeyFile> keyFiles;
+    /// When it is not empty, `SetKey` throws it. The same for `CreatePasswordKey` and for `GetKeyType`.
+    std::wstring keyFailure;
+    std::wstring passwordFailure;
+    std::wstring keyTypeFailure;
+
+    /// The list of the last `Start` or `StartSfx`.
     VaultCore::IFileList* startedWith = nullptr;
     /// Objects that were made and not yet released.
     int liveObjects() const { return liveObjects_; }
@@ -65,6 +84,8 @@ public:
 private:
     /// False when the job has to stop.
     bool workOn(EngineFile& file, const EngineCallbacks& callbacks);
+    /// Asks for keys until one fits. A `ProvideKeyAnswer`.
+    int open(const EngineFile& file, VaultCore::IPasswordProvider& passwords);
 
     CallLog& log_;
     std::atomic<int> liveObjects_{0};

@@ -1,67 +1,87 @@
 #include "fakes/fake_engine_objects.h"
 
+#include "interfaces/vaultcore/exception.h"
+
 namespace Fakes
 {
 
-void FakeOperationEvents::SetFileListBuilderEvents(VaultCore::IFileListBuilderEvents* events)
+namespace
 {
-    log(L"SetFileListBuilderEvents");
-    callbacks.fileList = events;
+
+const EngineCallbacks& callbacksOf(VaultCore::IOperationEvents* events)
+{
+    return static_cast<FakeOperationEvents*>(events)->callbacks;
 }
 
-void FakeOperationEvents::SetOverallProgressEvents(VaultCore::IOverallProgressEvents* events)
+} // namespace
+
+int FakeKey::GetKeyType()
 {
-    log(L"SetOverallProgressEvents");
-    callbacks.overall = events;
+    log(L"GetKeyType");
+    if (!engine_.keyTypeFailure.empty())
+        throw VaultCore::Exception(engine_.keyTypeFailure);
+    return type_;
 }
 
-void FakeOperationEvents::SetFileProgressEvents(VaultCore::IFileProgressEvents* events)
+template <class Interface> void EncryptionOptionsObject<Interface>::SetKey(VaultCore::IKey* key)
 {
-    log(L"SetFileProgressEvents");
-    callbacks.progress = events;
+    this->log(L"SetKey", static_cast<FakeKey*>(key)->secret());
+    if (!this->engine_.keyFailure.empty())
+        throw VaultCore::Exception(this->engine_.keyFailure);
 }
 
-void FakeOperationEvents::SetDestinyProgressEvents(VaultCore::IFileProgressEvents* events)
+template <class Interface> bool RunnerObject<Interface>::IsFinished()
 {
-    log(L"SetDestinyProgressEvents");
-    callbacks.destiny = events;
-}
-
-void FakeOperationEvents::SetFileConflictEvents(VaultCore::IFileConflictEvents* events)
-{
-    log(L"SetFileConflictEvents");
-    callbacks.conflict = events;
-}
-
-void FakeDeletionOptions::SetMethod(std::uint32_t method)
-{
-    log(L"SetMethod(" + std::to_wstring(method) + L")");
-}
-
-void FakeDeleter::Start(VaultCore::IFileList* files, VaultCore::IDeletionOptions*, VaultCore::IOperationEvents* events)
-{
-    log(L"Start");
-    engine_.startedWith = files;
-    if (engine_.onStart)
-        engine_.onStart();
-    const EngineCallbacks callbacks = static_cast<FakeOperationEvents*>(events)->callbacks;
-    thread_ = std::thread([this, callbacks] { engine_.work(callbacks); });
-}
-
-bool FakeDeleter::IsFinished()
-{
-    log(L"IsFinished");
-    if (questions_++ < engine_.questionsUntilFinished)
+    this->log(L"IsFinished");
+    if (questions_++ < this->engine_.questionsUntilFinished)
         return false;
     if (thread_.joinable())
         thread_.join();
     return true;
 }
 
-FakeDeleter::~FakeDeleter()
+template <class Interface> RunnerObject<Interface>::~RunnerObject()
 {
     if (thread_.joinable())
         thread_.join();
 }
+
+template <class Interface>
+void RunnerObject<Interface>::start(const wchar_t* call, VaultCore::IFileList* files, const EngineCallbacks& callbacks)
+{
+    this->log(call);
+    this->engine_.startedWith = files;
+    if (this->engine_.onStart)
+        this->engine_.onStart();
+    thread_ = std::thread([&engine = this->engine_, callbacks] { engine.work(callbacks); });
+}
+
+void FakeEncryptor::StartSfx(VaultCore::IFileList* files, VaultCore::ISfxOptions*, VaultCore::IOperationEvents* events)
+{
+    start(L"StartSfx", files, callbacksOf(events));
+}
+
+void FakeEncryptor::Start(VaultCore::IFileList* files, VaultCore::IEncryptionOptions*,
+                          VaultCore::IOperationEvents* events)
+{
+    start(L"Start", files, callbacksOf(events));
+}
+
+void FakeDecryptor::Start(VaultCore::IFileList* files, VaultCore::IDecryptionOptions*,
+                          VaultCore::IDecryptionEvents* events)
+{
+    start(L"Start", files, static_cast<FakeDecryptionEvents*>(events)->callbacks);
+}
+
+void FakeDeleter::Start(VaultCore::IFileList* files, VaultCore::IDeletionOptions*, VaultCore::IOperationEvents* events)
+{
+    start(L"Start", files, callbacksOf(events));
+}
+
+template class EncryptionOptionsObject<VaultCore::IEncryptionOptions>;
+template class EncryptionOptionsObject<VaultCore::ISfxOptions>;
+template class RunnerObject<VaultCore::IEncryptor>;
+template class RunnerObject<VaultCore::IDecryptor>;
+template class RunnerObject<VaultCore::IDeleter>;
 
 } // namespace Fakes

@@ -2,6 +2,7 @@
 
 #include "platform/utf8.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <dirent.h>
 #include <fcntl.h>
@@ -32,6 +33,19 @@ std::vector<NativeText> namesIn(DIR* folder)
         if (name != "." && name != "..")
             names.push_back(name);
     }
+}
+
+bool isControl(wchar_t letter)
+{
+    return letter < L' ' || (letter >= L'\x7F' && letter < L'\xA0');
+}
+
+/// What another program writes to a file whose name goes would be lost.
+void checkNotWritten(int folder, const NativeText& name)
+{
+    const Descriptor file(::openat(folder, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    if (file.get() >= 0)
+        checkNotInUse(file.get(), Use::Writing);
 }
 
 class PosixFileSystem final : public IFileSystem
@@ -101,6 +115,45 @@ public:
         const Descriptor folder = openParent(place);
         checked(::unlinkat(folder.get(), nameOf(place).c_str(), kind == FileKind::Folder ? AT_REMOVEDIR : 0));
     }
+
+    void removeUnchanged(const Place& place, const FileInfo& expected) override
+    {
+        const Descriptor folder = openParent(place);
+        struct stat status = {};
+        checked(::fstatat(folder.get(), nameOf(place).c_str(), &status, AT_SYMLINK_NOFOLLOW));
+        if (!unchanged(expected, infoOf(status)))
+            throw FileFailure(FailureCause::SourceChanged, 0);
+        checkNotWritten(folder.get(), nameOf(place));
+        checked(::unlinkat(folder.get(), nameOf(place).c_str(), 0));
+    }
+
+    Place locateFolder(const std::wstring& path) override
+    {
+        NativeText folder = Platform::toUtf8(path);
+        while (folder.size() > 1 && folder.ends_with('/'))
+            folder.pop_back();
+        if (folder.empty() || folder.find('\0') != NativeText::npos)
+            throw FileFailure(FailureCause::NoName, 0);
+        return {folder, ""};
+    }
+
+    NativeText leafName(const std::wstring& text) override
+    {
+        std::wstring leaf = text.substr(text.rfind(L'/') + 1);
+        std::replace_if(leaf.begin(), leaf.end(), isControl, L'_');
+        return leaf == L"." || leaf == L".." ? NativeText() : Platform::toUtf8(leaf);
+    }
+
+    std::unique_ptr<IReadFile> openForReading(const Place& place) override { return openReadFile(place); }
+    std::unique_ptr<INewFile> createNew(const Place& place) override { return createNewFile(place); }
+
+    void createFolder(const Place& place) override
+    {
+        const Descriptor folder = openParent(place);
+        checked(::mkdirat(folder.get(), nameOf(place).c_str(), S_IRWXU | S_IRWXG | S_IRWXO));
+    }
+
+    bool removeAbandoned(const Place& place) override { return removeAbandonedFile(place); }
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "platform/utf8.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <system_error>
@@ -35,6 +36,8 @@ FailureCause causeOf(int error)
     case ENOSPC:
     case EDQUOT:
         return FailureCause::Full;
+    case EFBIG:
+        return FailureCause::TooLarge;
     case EIO:
         return FailureCause::Device;
     case ENAMETOOLONG:
@@ -45,6 +48,12 @@ FailureCause causeOf(int error)
         return FailureCause::Other;
     }
 }
+
+constexpr std::int64_t SecondsFrom1601To1970 = 11644473600;
+constexpr std::int64_t TicksPerSecond = 10000000;
+constexpr std::int64_t NanosecondsPerTick = 100;
+/// Beyond the year 9999 no clock is meant.
+constexpr std::int64_t LatestSecond = 265046774400;
 
 Descriptor openFolder(int from, const NativeText& name, int flags)
 {
@@ -109,7 +118,27 @@ FileInfo infoOf(const struct stat& status)
         info.size = static_cast<std::uint64_t>(status.st_size);
     else
         info.kind = S_ISDIR(status.st_mode) ? FileKind::Folder : FileKind::Link;
+    info.modified = ticksOf(status.st_mtim);
+    info.attributes = status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+    info.group = status.st_gid;
     return info;
+}
+
+std::uint64_t ticksOf(const struct timespec& time)
+{
+    const std::int64_t seconds = time.tv_sec + SecondsFrom1601To1970;
+    if (seconds < 0 || seconds > LatestSecond)
+        return 0;
+    return static_cast<std::uint64_t>(seconds * TicksPerSecond + time.tv_nsec / NanosecondsPerTick);
+}
+
+struct timespec timeOf(std::uint64_t ticks)
+{
+    const auto perSecond = static_cast<std::uint64_t>(TicksPerSecond);
+    struct timespec time = {};
+    time.tv_sec = static_cast<time_t>(ticks / perSecond) - SecondsFrom1601To1970;
+    time.tv_nsec = static_cast<long>(ticks % perSecond) * NanosecondsPerTick;
+    return time;
 }
 
 Descriptor openParent(const Place& place)
@@ -130,6 +159,52 @@ void renameIn(int folder, const NativeText& from, const NativeText& to)
     if (::fstatat(folder, to.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0)
         throwError(EEXIST);
     checked(::renameat(folder, from.c_str(), folder, to.c_str()));
+}
+
+bool hasName(int folder, const NativeText& name, int file)
+{
+    struct stat named = {};
+    if (::fstatat(folder, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0)
+        return infoOf(named).identity == infoOf(statOf(file)).identity;
+    if (errno != ENOENT)
+        throwError(errno);
+    return false;
+}
+
+void checkName(int folder, const NativeText& name, int file)
+{
+    if (!hasName(folder, name, file))
+        throwError(ENOENT);
+}
+
+void linkIn(int folder, const NativeText& from, const NativeText& to)
+{
+    checked(::linkat(folder, from.c_str(), folder, to.c_str(), 0));
+    if (::unlinkat(folder, from.c_str(), 0) == 0)
+        return;
+    const int error = errno;
+    ::unlinkat(folder, to.c_str(), 0);
+    throwError(error);
+}
+
+void flushFolder(int folder)
+{
+    const Descriptor readable(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // A folder that cannot be read, and a file system that knows nothing of this, keep the name in their own time.
+    if (readable.get() < 0 || ::fsync(readable.get()) == 0 || errno == EINVAL)
+        return;
+    throwError(errno);
+}
+
+/// A lease is granted only as long as nobody else has the file open, or open for writing.
+void checkNotInUse(int file, Use use)
+{
+    // The signal of a broken lease would end the process; this one is ignored by default.
+    ::fcntl(file, F_SETSIG, SIGURG);
+    if (::fcntl(file, F_SETLEASE, use == Use::Any ? F_WRLCK : F_RDLCK) == 0)
+        ::fcntl(file, F_SETLEASE, F_UNLCK);
+    else if (errno == EAGAIN)
+        throwError(EBUSY);
 }
 
 } // namespace VaultCore

@@ -36,6 +36,10 @@ int checked(int result);
 struct stat statOf(int descriptor);
 FileInfo infoOf(const struct stat& status);
 
+/// 100 ns since 1601, the engine's times.
+std::uint64_t ticksOf(const struct timespec& time);
+struct timespec timeOf(std::uint64_t ticks);
+
 /// Opens the folder that holds the name, going from folder to folder, so that its path may be of any length. Links in
 /// `root` are followed, links in `below` are refused.
 Descriptor openParent(const Place& place);
@@ -43,7 +47,30 @@ Descriptor openParent(const Place& place);
 /// Renames inside a folder; never replaces another file.
 void renameIn(int folder, const NativeText& from, const NativeText& to);
 
+/// Is the name still that of the open file?
+bool hasName(int folder, const NativeText& name, int file);
+/// Throws when it is not.
+void checkName(int folder, const NativeText& name, int file);
+/// Gives a file a second name; throws when there is such a name already. Then takes the first one away.
+void linkIn(int folder, const NativeText& from, const NativeText& to);
+/// Returns when the device has the names in a folder.
+void flushFolder(int folder);
+
+enum class Use
+{
+    /// Another program may write to the file.
+    Writing,
+    /// Another program has the file open for whatever it be.
+    Any,
+};
+/// Throws `InUse`. The file is open for reading alone to find `Writing`, for writing to find `Any`. Where the system
+/// does not tell, nobody is found.
+void checkNotInUse(int file, Use use);
+
 /// Opens the file for overwriting, and for nobody else.
 std::unique_ptr<IWipeFile> openWipeFile(const Place& place);
+std::unique_ptr<IReadFile> openReadFile(const Place& place);
+std::unique_ptr<INewFile> createNewFile(const Place& place);
+bool removeAbandonedFile(const Place& place);
 
 } // namespace VaultCore

@@ -1,7 +1,6 @@
 #include "vaultcore/posix/posix_files.h"
 
 #include <cerrno>
-#include <csignal>
 #include <fcntl.h>
 #include <string>
 #include <unistd.h>
@@ -57,27 +56,18 @@ public:
 
     void rename(const NativeText& name) override
     {
-        checkName();
+        checkName(folder_.get(), name_, file_.get());
         renameIn(folder_.get(), name_, name);
         name_ = name;
     }
 
     void remove() override
     {
-        checkName();
+        checkName(folder_.get(), name_, file_.get());
         checked(::unlinkat(folder_.get(), name_.c_str(), 0));
     }
 
 private:
-    /// Is the name still that of the open file? Another file under it is not in the list.
-    void checkName() const
-    {
-        struct stat named = {};
-        checked(::fstatat(folder_.get(), name_.c_str(), &named, AT_SYMLINK_NOFOLLOW));
-        if (infoOf(named).identity != infoOf(statOf(file_.get())).identity)
-            throwError(ENOENT);
-    }
-
     std::vector<Extent> dataOf(off_t size) const
     {
         std::vector<Extent> found;
@@ -129,18 +119,6 @@ Descriptor openProtected(int folder, const NativeText& name)
     throwError(error);
 }
 
-/// A lease to write is granted only to the one program that has the file open. Where leases are not known or not for
-/// this user, other programs cannot be seen.
-void checkNotInUse(int file)
-{
-    // The signal of a broken lease would end the process; this one is ignored by default.
-    ::fcntl(file, F_SETSIG, SIGURG);
-    if (::fcntl(file, F_SETLEASE, F_WRLCK) == 0)
-        ::fcntl(file, F_SETLEASE, F_UNLCK);
-    else if (errno == EAGAIN)
-        throwError(EBUSY);
-}
-
 } // namespace
 
 std::unique_ptr<IWipeFile> openWipeFile(const Place& place)
@@ -153,7 +131,7 @@ std::unique_ptr<IWipeFile> openWipeFile(const Place& place)
     checked(file.get());
     if (!S_ISREG(statOf(file.get()).st_mode))
         throwError(ELOOP);
-    checkNotInUse(file.get());
+    checkNotInUse(file.get(), Use::Any);
     return std::make_unique<PosixWipeFile>(std::move(folder), std::move(file), name);
 }
 

@@ -25,6 +25,24 @@ std::wstring fullPath(const std::wstring& entry)
     return path;
 }
 
+constexpr DWORD RemoveAccess = DELETE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
+
+/// A write protection is taken off first, and given back to a file that stays.
+void removeProtected(HANDLE file)
+{
+    const bool wasProtected = unprotect(file);
+    try
+    {
+        removeOpen(file);
+    }
+    catch (const FileFailure&)
+    {
+        if (wasProtected)
+            protect(file);
+        throw;
+    }
+}
+
 class Win32FileSystem final : public IFileSystem
 {
 public:
@@ -105,21 +123,61 @@ public:
 
     void remove(const Place& place, FileKind kind) override
     {
-        const DWORD access = DELETE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
         // Without sharing, a file that another program holds open is told at once and does not linger half removed.
-        const FileHandle file = openName(place, access, kind == FileKind::File ? 0 : ShareAll);
+        const FileHandle file = openName(place, RemoveAccess, kind == FileKind::File ? 0 : ShareAll);
         if (infoOf(file.get()).kind != kind)
             throwError(ERROR_CANT_ACCESS_FILE);
-        const bool wasProtected = unprotect(file.get());
+        removeProtected(file.get());
+    }
+
+    void removeUnchanged(const Place& place, const FileInfo& expected) override
+    {
+        const FileHandle file = openName(place, RemoveAccess, 0);
+        if (!unchanged(expected, infoOf(file.get())))
+            throw FileFailure(FailureCause::SourceChanged, 0);
+        removeProtected(file.get());
+    }
+
+    Place locateFolder(const std::wstring& path) override
+    {
+        if (path.empty())
+            throw FileFailure(FailureCause::NoName, 0);
+        std::wstring folder = fullPath(path);
+        while (folder.ends_with(L'\\'))
+            folder.pop_back();
+        return {folder, L""};
+    }
+
+    NativeText leafName(const std::wstring& text) override { return safeLeafName(text); }
+    std::unique_ptr<IReadFile> openForReading(const Place& place) override { return openReadFile(place); }
+    std::unique_ptr<INewFile> createNew(const Place& place) override { return createNewFile(place); }
+
+    void createFolder(const Place& place) override
+    {
+        // The folder above is held without sharing its deletion, so that it stays the one that was looked at.
+        const Place above = parentOf(place);
+        std::vector<FileHandle> held;
+        if (!above.below.empty())
+            held.push_back(openName(above, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE));
+        if (!held.empty() && infoOf(held[0].get()).kind != FileKind::Folder)
+            throwError(ERROR_CANT_ACCESS_FILE);
+        checked(CreateDirectoryW(extended(pathOf(place)).c_str(), nullptr));
+    }
+
+    bool removeAbandoned(const Place& place) override
+    {
         try
         {
-            removeOpen(file.get());
+            // Whoever is making the file shares it with nobody.
+            const FileHandle file = openName(place, RemoveAccess, 0);
+            if (infoOf(file.get()).kind != FileKind::File)
+                return false;
+            removeProtected(file.get());
+            return true;
         }
         catch (const FileFailure&)
         {
-            if (wasProtected)
-                protect(file.get());
-            throw;
+            return false;
         }
     }
 

@@ -36,6 +36,8 @@ FailureCause causeOf(DWORD error)
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
         return FailureCause::Full;
+    case ERROR_FILE_TOO_LARGE:
+        return FailureCause::TooLarge;
     case ERROR_IO_DEVICE:
     case ERROR_CRC:
     case ERROR_GEN_FAILURE:
@@ -112,6 +114,11 @@ void setAttributes(HANDLE file, DWORD attributes)
     checked(SetFileInformationByHandle(file, FileBasicInfo, &info, sizeof info));
 }
 
+std::uint64_t ticksOf(const FILETIME& time)
+{
+    return (std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
+}
+
 FileKind kindOf(HANDLE file, DWORD attributes)
 {
     const bool folder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -163,19 +170,24 @@ std::wstring pathOf(const Place& place)
 FileHandle openName(const Place& place, DWORD access, DWORD share)
 {
     FileHandle file = openPath(pathOf(place), access, share);
+    checkWay(file.get(), place);
+    return file;
+}
+
+void checkWay(HANDLE file, const Place& place)
+{
     const auto first = place.below.find(L'\\');
     if (first == std::wstring::npos)
-        return file;
+        return;
     // The way below the entry has to be the one that was listed: the entry's own folder, then the same names.
     const Place entry{place.root, place.below.substr(0, first)};
     const FileHandle top = openPath(pathOf(entry), FILE_READ_ATTRIBUTES, ShareAll);
     if (kindOf(top.get(), basicInfo(top.get()).FileAttributes) != FileKind::Folder)
         throwError(ERROR_CANT_ACCESS_FILE);
-    if (!sameText(pathInVolume(file.get()), pathInVolume(top.get()) + place.below.substr(first)))
+    if (!sameText(pathInVolume(file), pathInVolume(top.get()) + place.below.substr(first)))
         throwError(ERROR_CANT_ACCESS_FILE);
-    if (volumeOf(file.get()) != volumeOf(top.get()))
+    if (volumeOf(file) != volumeOf(top.get()))
         throwError(ERROR_CANT_ACCESS_FILE);
-    return file;
 }
 
 FileInfo infoOf(HANDLE file)
@@ -188,6 +200,9 @@ FileInfo infoOf(HANDLE file)
         info.size = (std::uint64_t{data.nFileSizeHigh} << 32) | data.nFileSizeLow;
     info.names = data.nNumberOfLinks;
     info.identity = {data.dwVolumeSerialNumber, (std::uint64_t{data.nFileIndexHigh} << 32) | data.nFileIndexLow};
+    info.modified = ticksOf(data.ftLastWriteTime);
+    info.created = ticksOf(data.ftCreationTime);
+    info.attributes = data.dwFileAttributes;
     return info;
 }
 

@@ -43,6 +43,9 @@ std::wstring pathOf(const Place& place);
 /// link meanwhile.
 FileHandle openName(const Place& place, DWORD access, DWORD share);
 
+/// The same check for a file that was opened by its path: it is where its place says.
+void checkWay(HANDLE file, const Place& place);
+
 FileInfo infoOf(HANDLE file);
 /// Takes the read-only attribute off and tells whether it was there. Needs FILE_WRITE_ATTRIBUTES.
 bool unprotect(HANDLE file);
@@ -54,5 +57,10 @@ void removeOpen(HANDLE file);
 
 /// Opens the file for overwriting, and for nobody else.
 std::unique_ptr<IWipeFile> openWipeFile(const Place& place);
+std::unique_ptr<IReadFile> openReadFile(const Place& place);
+std::unique_ptr<INewFile> createNewFile(const Place& place);
+
+/// The last segment of `text` as a name that every program here can open.
+std::wstring safeLeafName(const std::wstring& text);
 
 } // namespace VaultCore

@@ -1,18 +1,15 @@
 #pragma once
 
+#include "interfaces/vaultcore/decryptor.h"
 #include "interfaces/vaultcore/deleter.h"
+#include "interfaces/vaultcore/encryptor.h"
 #include "interfaces/vaultcore/events.h"
 #include "interfaces/vaultcore/file_list.h"
+#include "interfaces/vaultcore/key.h"
+#include "interfaces/vaultcore/password_provider.h"
 
 namespace VaultCore
 {
-
-class IKey;
-class IEncryptionOptions;
-class ISfxOptions;
-class IEncryptor;
-class IDecryptionOptions;
-class IDecryptor;
 
 /// Every object that the engine gives out belongs to the caller and ends through its `Release`.
 class IFactory

@@ -1,0 +1,17 @@
+# The libraries that the program names are loaded before its first line runs, and only these few come from the system's
+# folder whatever lies beside the program.
+cmake_minimum_required(VERSION 3.25)
+set(ALLOWED kernel32.dll user32.dll gdi32.dll advapi32.dll msvcrt.dll ws2_32.dll)
+execute_process(COMMAND ${OBJDUMP} -p ${PROGRAM} OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL "DLL Name: [^\n\r]+" imports "${headers}")
+if(NOT imports)
+  message(FATAL_ERROR "The libraries of ${PROGRAM} cannot be told")
+endif()
+foreach(import ${imports})
+  string(REPLACE "DLL Name: " "" name "${import}")
+  string(TOLOWER "${name}" name)
+  if(NOT name IN_LIST ALLOWED)
+    file(REMOVE ${PROGRAM})
+    message(FATAL_ERROR "The program of self-extracting packages must not name ${name}")
+  endif()
+endforeach()

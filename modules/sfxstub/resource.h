@@ -1,0 +1,12 @@
+#pragma once
+
+#define IDD_PACKAGE 101
+#define IDC_COMMENT 1001
+#define IDC_HINT 1002
+#define IDC_PASSWORD 1003
+#define IDC_KEY_FILE 1004
+#define IDC_KEY_FILE_NAME 1005
+#define IDC_FOLDER 1006
+#define IDC_BROWSE 1007
+#define IDC_BAR 1008
+#define IDC_STATE 1009

@@ -1,0 +1,110 @@
+#include "vaultcore/container/small_file.h"
+#include "vaultcore/job_testing.h"
+#include "vaultcore/package/testing_sfx.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+// The order in which a job asks the system to keep what it has done: content, name, and only then what it replaces.
+
+namespace
+{
+
+/// What was asked of the system, while a test listens.
+std::vector<std::string>* heard = nullptr;
+
+void tell(const char* step)
+{
+    if (heard != nullptr)
+        heard->emplace_back(step);
+}
+
+} // namespace
+
+// These stand in front of the system's own.
+
+extern "C" int fsync(int file)
+{
+    struct stat status = {};
+    ::fstat(file, &status);
+    tell(S_ISDIR(status.st_mode) ? "flush folder" : "flush file");
+    return static_cast<int>(::syscall(SYS_fsync, file));
+}
+
+extern "C" int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) noexcept
+{
+    tell((flags & RENAME_NOREPLACE) != 0 ? "rename" : "replace");
+    return static_cast<int>(::syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags));
+}
+
+extern "C" int unlinkat(int folder, const char* name, int flags) noexcept
+{
+    tell("remove");
+    return static_cast<int>(::syscall(SYS_unlinkat, folder, name, flags));
+}
+
+namespace VaultCore
+{
+namespace
+{
+
+using Steps = std::vector<std::string>;
+
+class FlushOrderTest : public SfxTest
+{
+protected:
+    ~FlushOrderTest() override { heard = nullptr; }
+
+    template <class Action> static Steps stepsOf(const Action& action)
+    {
+        Steps steps;
+        heard = &steps;
+        action();
+        heard = nullptr;
+        return steps;
+    }
+};
+
+TEST_F(FlushOrderTest, ofAnEncryption)
+{
+    const fs::path source = put(inside / "a", "abc");
+    EXPECT_EQ(stepsOf([&] { encrypt({source}); }), (Steps{"flush file", "rename", "flush folder"}));
+    fs::remove(inside / "a.zel");
+    order.destiny = 1;
+    EXPECT_EQ(stepsOf([&] { encrypt({source}); }), (Steps{"flush file", "rename", "flush folder", "remove"}));
+}
+
+TEST_F(FlushOrderTest, ofAnEncryptionThatWipes)
+{
+    order.destiny = 2;
+    const fs::path source = put(inside / "a", "abc");
+    EXPECT_EQ(stepsOf([&] { encrypt({source}); }),
+              (Steps{"flush file", "rename", "flush folder", "flush file", "rename", "remove"}));
+}
+
+TEST_F(FlushOrderTest, ofADecryption)
+{
+    provider.give("k");
+    const fs::path encrypted = made(put(inside / "a", "abc"));
+    EXPECT_EQ(stepsOf([&] { decrypt({encrypted}, true); }), (Steps{"flush file", "rename", "flush folder", "remove"}));
+}
+
+TEST_F(FlushOrderTest, ofAPackage)
+{
+    const fs::path source = put(inside / "a", "abc");
+    EXPECT_EQ(stepsOf([&] { pack({source}, DestinyDelete); }),
+              (Steps{"flush file", "rename", "flush folder", "remove"}));
+}
+
+/// What is encrypted with a key is worth no more than the key.
+TEST_F(FlushOrderTest, ofAKeyFile)
+{
+    EXPECT_EQ(stepsOf([&] { writeSecretFile(wide(inside / "key"), Bytes(10)); }),
+              (Steps{"flush file", "flush folder"}));
+}
+
+} // namespace
+} // namespace VaultCore

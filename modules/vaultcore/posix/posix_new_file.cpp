@@ -1,0 +1,160 @@
+#include "vaultcore/posix/posix_files.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace VaultCore
+{
+namespace
+{
+
+constexpr off_t StartToFlush = 16 << 20;
+
+/// Gives the file its final name. Nothing is replaced.
+void publishIn(int folder, const NativeText& from, const NativeText& to)
+{
+    if (::renameat2(folder, from.c_str(), folder, to.c_str(), RENAME_NOREPLACE) == 0)
+        return;
+    if (errno != EINVAL && errno != ENOSYS)
+        throwError(errno);
+    linkIn(folder, from, to);
+}
+
+/// Beyond a limit on the size of files a write is to fail, and not to end the process by a signal. For this thread,
+/// from now on.
+void takeLimitsAsFailures()
+{
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    ::sigaddset(&signals, SIGXFSZ);
+    ::pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
+class PosixNewFile final : public INewFile
+{
+public:
+    PosixNewFile(Descriptor folder, Descriptor file, NativeText name)
+        : folder_(std::move(folder)), file_(std::move(file)), name_(std::move(name))
+    {
+    }
+
+    ~PosixNewFile() override
+    {
+        if (!published_)
+            discard();
+    }
+
+    void write(std::span<const std::uint8_t> bytes) override
+    {
+        while (!bytes.empty())
+        {
+            const ssize_t written = ::write(file_.get(), bytes.data(), bytes.size());
+            if (written < 0 && errno == EINTR)
+                continue;
+            if (written < 0)
+                throwError(errno);
+            bytes = bytes.subspan(static_cast<std::size_t>(written));
+            waiting_ += written;
+        }
+        if (waiting_ >= StartToFlush)
+            startToFlush();
+    }
+
+    void cutTo(std::uint64_t size) override
+    {
+        checked(::ftruncate(file_.get(), static_cast<off_t>(size)));
+        if (::lseek(file_.get(), static_cast<off_t>(size), SEEK_SET) < 0)
+            throwError(errno);
+        waiting_ = 0;
+    }
+
+    void takeOver(const FileInfo& like) override
+    {
+        // What the place cannot keep stays at its own value. Whoever makes a file may read it.
+        const bool sameGroup = !like.group || ::fchown(file_.get(), static_cast<uid_t>(-1), *like.group) == 0;
+        const std::uint32_t mode = sameGroup ? like.attributes : like.attributes & ~std::uint32_t{S_IRWXG};
+        [[maybe_unused]] const int changed = ::fchmod(file_.get(), mode | S_IRUSR);
+        struct timespec times[2] = {};
+        times[0].tv_nsec = UTIME_OMIT;
+        times[1] = timeOf(like.modified);
+        if (like.modified != 0)
+            ::futimens(file_.get(), times);
+    }
+
+    FileInfo publish(const NativeText& name) override
+    {
+        checked(::fsync(file_.get()));
+        checkName(folder_.get(), name_, file_.get());
+        publishIn(folder_.get(), name_, name);
+        name_ = name;
+        flushFolder(folder_.get());
+        published_ = true;
+        const FileInfo info = infoOf(statOf(file_.get()));
+        file_ = Descriptor();
+        return info;
+    }
+
+private:
+    /// Lets the device work while the rest is being made. Whether all arrived is asked at the end.
+    void startToFlush()
+    {
+        ::sync_file_range(file_.get(), 0, 0, SYNC_FILE_RANGE_WRITE);
+        waiting_ = 0;
+    }
+
+    void discard() const
+    {
+        try
+        {
+            // Gone already, or another's file by now?
+            if (hasName(folder_.get(), name_, file_.get()))
+                ::unlinkat(folder_.get(), name_.c_str(), 0);
+        }
+        catch (const FileFailure&)
+        {
+            // A later job removes what is left.
+        }
+    }
+
+    Descriptor folder_;
+    Descriptor file_;
+    NativeText name_;
+    off_t waiting_ = 0;
+    bool published_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<INewFile> createNewFile(const Place& place)
+{
+    Descriptor folder = openParent(place);
+    const NativeText name = nameOf(place);
+    const int flags = O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    Descriptor file(::openat(folder.get(), name.c_str(), flags, S_IRUSR | S_IWUSR));
+    checked(file.get());
+    takeLimitsAsFailures();
+    // Held as long as the file is in the making; a file system without locks has none to respect. Before it is held,
+    // another job can take the file for a left-over and remove it: then the name is as good as taken.
+    const bool locked = ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    if (!locked || !hasName(folder.get(), name, file.get()))
+        throwError(EEXIST);
+    auto made = std::make_unique<PosixNewFile>(std::move(folder), std::move(file), name);
+    return made;
+}
+
+bool removeAbandonedFile(const Place& place)
+{
+    const Descriptor folder = openParent(place);
+    const NativeText name = nameOf(place);
+    const Descriptor file(
+        ::openat(folder.get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    if (file.get() < 0 || !S_ISREG(statOf(file.get()).st_mode) || ::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
+        return false;
+    return hasName(folder.get(), name, file.get()) && ::unlinkat(folder.get(), name.c_str(), 0) == 0;
+}
+
+} // namespace VaultCore

@@ -1,0 +1,112 @@
+#include "vaultcore/win32/win32_files.h"
+
+#include <algorithm>
+
+namespace VaultCore
+{
+namespace
+{
+
+constexpr DWORD KeptAttributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
+                                 FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+/// Beyond this the system's times are no times.
+constexpr std::uint64_t LatestTime = 0x7FFFFFFFFFFFFFFF;
+constexpr DWORD LargestWrite = DWORD{1} << 24;
+
+LARGE_INTEGER timeOf(std::uint64_t ticks)
+{
+    LARGE_INTEGER time = {};
+    time.QuadPart = ticks <= LatestTime ? static_cast<LONGLONG>(ticks) : 0;
+    return time;
+}
+
+class Win32NewFile final : public INewFile
+{
+public:
+    Win32NewFile(FileHandle file, Place place) : file_(std::move(file)), place_(std::move(place)) {}
+
+    ~Win32NewFile() override
+    {
+        if (!published_)
+            discard();
+    }
+
+    void write(std::span<const std::uint8_t> bytes) override
+    {
+        while (!bytes.empty())
+        {
+            DWORD written = 0;
+            const auto length = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), LargestWrite));
+            checked(WriteFile(file_.get(), bytes.data(), length, &written, nullptr));
+            bytes = bytes.subspan(written);
+        }
+    }
+
+    void cutTo(std::uint64_t size) override
+    {
+        LARGE_INTEGER position = {};
+        position.QuadPart = static_cast<LONGLONG>(size);
+        checked(SetFilePointerEx(file_.get(), position, nullptr, FILE_BEGIN));
+        checked(SetEndOfFile(file_.get()));
+    }
+
+    void takeOver(const FileInfo& like) override
+    {
+        FILE_BASIC_INFO info = {}; // a time of 0 stays as it is
+        info.LastWriteTime = timeOf(like.modified);
+        info.CreationTime = timeOf(like.created);
+        info.FileAttributes = like.attributes & KeptAttributes;
+        if (info.FileAttributes == 0)
+            info.FileAttributes = FILE_ATTRIBUTE_NORMAL;
+        // What the place cannot keep stays at its own value.
+        SetFileInformationByHandle(file_.get(), FileBasicInfo, &info, sizeof info);
+    }
+
+    FileInfo publish(const NativeText& name) override
+    {
+        checked(FlushFileBuffers(file_.get()));
+        renameOpen(file_.get(), place_, name);
+        place_ = childOf(parentOf(place_), name);
+        // Once more, for the name.
+        checked(FlushFileBuffers(file_.get()));
+        const FileInfo info = infoOf(file_.get());
+        published_ = true;
+        file_ = FileHandle(INVALID_HANDLE_VALUE);
+        return info;
+    }
+
+private:
+    void discard() const
+    {
+        try
+        {
+            unprotect(file_.get());
+            removeOpen(file_.get());
+        }
+        catch (const FileFailure&)
+        {
+            // The device is gone; a later job removes what it left.
+        }
+    }
+
+    FileHandle file_;
+    Place place_;
+    bool published_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<INewFile> createNewFile(const Place& place)
+{
+    const DWORD access = GENERIC_READ | GENERIC_WRITE | DELETE;
+    FileHandle file(
+        CreateFileW(extended(pathOf(place)).c_str(), access, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (file.get() == INVALID_HANDLE_VALUE)
+        throwError(GetLastError());
+    const HANDLE opened = file.get();
+    auto made = std::make_unique<Win32NewFile>(std::move(file), place);
+    checkWay(opened, place);
+    return made;
+}
+
+} // namespace VaultCore
