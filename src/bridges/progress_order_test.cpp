@@ -1,7 +1,6 @@
 #include "bridges/progress_events_handler.h"
 #include "fakes/fake_platform.h"
 #include "fakes/fake_views.h"
-#include "windows/file_error/i_file_error_window_view.h"
 #include "windows/framework/view_factory.h"
 #include "windows/progress/progress_window.h"
 
@@ -163,7 +162,7 @@ private:
     const bool& fails_;
 };
 
-class FailingViews final : public IViewFactory
+class FailingViews final : public FakeViewFactory
 {
 public:
     FailingViews() { setViewFactory(this); }
@@ -175,7 +174,6 @@ public:
             throw std::runtime_error("no view");
         return std::make_unique<FailingView>(operation, fails);
     }
-    std::unique_ptr<IFileErrorWindowView> createFileErrorWindowView() override { return nullptr; }
 
     bool fails = false;
 };

@@ -46,16 +46,16 @@ class IModalDialogs
 {
 public:
     virtual ~IModalDialogs() = default;
-    /// True when the user confirmed.
+    /// True when the user confirmed; only then the request changes, and of password and key file only the one that
+    /// the user chose.
     virtual bool showEncryptionPassword(EncryptionPasswordRequest& request) = 0;
-    /// 0 confirmed, 1 ignore, 2 cancel.
+    /// 0 confirmed, 1 ignore, 2 cancel. The out fields change for 0 only.
     virtual int showDecryptionPassword(DecryptionPasswordRequest& request) = 0;
     /// 0 try again, 1 skip, 2 abort. Reports the error and the answer to the tracker.
     virtual int showFileError(const FileErrorRequest& request) = 0;
 };
 
-/// The dialogs of this program. No job of this program asks for a password: both password dialogs answer as a user
-/// who cancels.
+/// The dialogs of this program.
 class ModalDialogs final : public IModalDialogs
 {
 public:

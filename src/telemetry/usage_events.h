@@ -12,14 +12,25 @@ inline constexpr const wchar_t* ProcessTitle = L"JobRunner.exe";
 namespace UsageCategory
 {
 inline constexpr const wchar_t* Encryption = L"winzel encryption usage statistics";
+inline constexpr const wchar_t* EncryptionSfx = L"winzel encryption sfx usage statistics";
+inline constexpr const wchar_t* Decryption = L"winzel decryption usage statistics";
 inline constexpr const wchar_t* Wipe = L"winzel wipe usage statistics";
 } // namespace UsageCategory
 
-/// Second path segments and titles of the views.
+/// Path segments behind the first, and titles of the views.
 namespace UsageView
 {
+inline constexpr const wchar_t* Encryption = L"encryption";
+inline constexpr const wchar_t* EncryptionTitle = L"Encryption Thread (JobRunner)";
+inline constexpr const wchar_t* EncryptionSfx = L"encryption_sfx";
+inline constexpr const wchar_t* EncryptionSfxTitle = L"Encryption SFX Thread (JobRunner)";
+inline constexpr const wchar_t* Decryption = L"decryption";
+inline constexpr const wchar_t* DecryptionTitle = L"Decryption Thread (JobRunner)";
 inline constexpr const wchar_t* Wipe = L"wipe";
 inline constexpr const wchar_t* WipeTitle = L"Wipe Thread (JobRunner)";
+/// Third segment, behind the one of the encryption that asks.
+inline constexpr const wchar_t* PasswordWindow = L"passwordwnd";
+inline constexpr const wchar_t* PasswordWindowTitle = L"Enter Password Window";
 } // namespace UsageView
 
 namespace UsageEvent
@@ -41,6 +52,30 @@ inline constexpr const wchar_t* ProcessedFileCount = L"processed_file_count";
 inline constexpr const wchar_t* FailedFileCount = L"failed_file_count";
 inline constexpr const wchar_t* ProcessedTotalSizeMb = L"processed_total_size_mb";
 inline constexpr const wchar_t* Cancelled = L"cancelled";
+
+// Actions of an encryption, once its parameters are known. The names behind the two prefixes are in usage_names.h.
+inline constexpr const wchar_t* Count = L"count";
+inline constexpr const wchar_t* UsePassword = L"use_password";
+inline constexpr const wchar_t* UseSymmetricKeyFile = L"use_keyfile_symmetric";
+inline constexpr const wchar_t* UsePublicKeyFile = L"use_keyfile_public_rsa";
+inline constexpr const wchar_t* UseAlgorithmPrefix = L"use_alg_";
+inline constexpr const wchar_t* UseDestinyPrefix = L"use_destiny_";
+inline constexpr const wchar_t* UseRiddle = L"use_riddle";
+/// Intended: the same text as `UseRiddle`, so that a job with a riddle and an extra text counts twice.
+inline constexpr const wchar_t* UseExtraText = L"use_riddle";
+inline constexpr const wchar_t* UseCustomSfxComment = L"use_custom_sfx_comment";
+
+// Actions around the password window of a self-extracting encryption.
+inline constexpr const wchar_t* OpenEncryptionPasswordWindow = L"domodal_encryptionpasswordwnd";
+inline constexpr const wchar_t* EncryptionPasswordWindowCancelled = L"domodal_cancelled";
+inline constexpr const wchar_t* SaveSfxComment = L"save_sfx_comment";
+
+/// Action of both encryptions.
+inline constexpr const wchar_t* CannotLoadKeyFile = L"err_cannot_load_key_file";
+
+// Actions of the encryption password window.
+inline constexpr const wchar_t* ClickOk = L"click_ok";
+inline constexpr const wchar_t* ClickCancel = L"click_cancel";
 
 // Actions of the delete and wipe job.
 inline constexpr const wchar_t* UserCancelled = L"user_cancelled";

@@ -22,8 +22,38 @@ struct FileErrorQuestion
     bool operator==(const FileErrorQuestion&) const = default;
 };
 
-/// A user who answers from a script. Both password questions are cancelled. Safe on any thread once the script is
-/// written.
+/// What a user confirms in the encryption password window.
+struct EncryptionAnswer
+{
+    std::wstring password;
+    std::wstring keyFile;
+    std::uint32_t algorithm = 3;
+    std::uint32_t destiny = 1;
+    std::wstring riddle;
+};
+
+/// The arguments of one call of `showDecryptionPasswordWindow`. A null text reads "(null)".
+struct DecryptionQuestion
+{
+    std::wstring file;
+    std::wstring password;
+    std::wstring keyFile;
+    std::uint32_t mode = 0;
+    JobRunner::IDpvKeyValidation* validator = nullptr;
+
+    bool operator==(const DecryptionQuestion&) const = default;
+};
+
+/// What a user answers to it: 0 confirms, 1 ignores the file, 2 cancels. The texts reach the caller in any case.
+struct DecryptionAnswer
+{
+    int answer = 0;
+    std::wstring password;
+    std::wstring keyFile;
+};
+
+/// A user who answers from a script, and who cancels a password question that the script says nothing of. Safe on any
+/// thread once the script is written.
 class FakeGuiEvents final : public JobRunner::IGuiEvents
 {
 public:
@@ -43,20 +73,28 @@ public:
                             const wchar_t* message) override;
     void closeMessageWindow() override;
 
+    /// Answers to the questions for a new password to come.
+    std::deque<EncryptionAnswer> encryptionAnswers;
+    /// Answers to the questions for the password of a file to come.
+    std::deque<DecryptionAnswer> decryptionAnswers;
+    /// Runs while such a question is asked, before the answer.
+    std::function<void()> whileDecryptionPasswordIsShown;
     /// Answers to the file errors to come; 2 (abort) when there is none left.
     std::deque<int> fileErrorAnswers;
     /// Runs while a file error is asked, before the answer.
     std::function<void()> whileFileErrorIsShown;
 
-    /// The names of the calls, in order.
+    /// The calls by their names, in order. "gui.showEncryptionPasswordWindow(3, 1)" holds algorithm and destiny.
     std::vector<std::wstring> calls() const { return log_->callsOf(L"gui."); }
     std::vector<FileErrorQuestion> fileErrors() const;
+    std::vector<DecryptionQuestion> decryptionQuestions() const;
 
 private:
     CallLog ownLog_;
     CallLog* log_ = &ownLog_;
     mutable std::mutex lock_;
     std::vector<FileErrorQuestion> fileErrors_;
+    std::vector<DecryptionQuestion> decryptionQuestions_;
 };
 
 } // namespace Fakes

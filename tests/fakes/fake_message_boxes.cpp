@@ -18,6 +18,8 @@ std::vector<ShownBox> FakeMessageBoxes::boxes() const
 int FakeMessageBoxes::show(const std::wstring& text, const std::wstring& caption, std::uint32_t flags)
 {
     log_.add(L"messageBox " + text);
+    if (whileShown)
+        whileShown();
     const std::lock_guard guard(lock_);
     boxes_.push_back({text, caption, flags});
     if (answers_.empty())

@@ -4,6 +4,7 @@
 #include "platform/message_box.h"
 
 #include <deque>
+#include <functional>
 #include <mutex>
 #include <vector>
 
@@ -28,6 +29,9 @@ public:
     /// The answer of the next box that has none yet. Without one a question is answered no, any other box OK.
     void answer(int answer);
     std::vector<ShownBox> boxes() const;
+
+    /// Runs while a box is shown, on the thread that shows it.
+    std::function<void()> whileShown;
 
     int show(const std::wstring& text, const std::wstring& caption, std::uint32_t flags) override;
 

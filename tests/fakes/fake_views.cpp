@@ -19,6 +19,15 @@ template <class... Arguments> std::wstring callText(Arguments... arguments)
     return text.str();
 }
 
+template <class Value> Value takeFirst(std::deque<Value>& values)
+{
+    if (values.empty())
+        return {};
+    Value first = std::move(values.front());
+    values.pop_front();
+    return first;
+}
+
 } // namespace
 
 std::vector<std::wstring> ProgressViewLog::calls() const
@@ -216,6 +225,25 @@ std::unique_ptr<JobRunner::IFileErrorWindowView> FakeViewFactory::createFileErro
         fileErrorAnswers.pop_front();
     }
     return std::make_unique<FakeFileErrorWindowView>(fileErrors.back());
+}
+
+std::unique_ptr<JobRunner::IEncryptionPasswordView> FakeViewFactory::createEncryptionPasswordView(bool selfExtracting)
+{
+    encryptionPasswords.push_back(std::make_shared<EncryptionPasswordRecord>());
+    encryptionPasswords.back()->selfExtracting = selfExtracting;
+    return std::make_unique<FakeEncryptionPasswordView>(encryptionPasswords.back(), takeFirst(encryptionUsers));
+}
+
+std::unique_ptr<JobRunner::IDecryptionPasswordView> FakeViewFactory::createDecryptionPasswordView()
+{
+    decryptionPasswords.push_back(std::make_shared<DecryptionPasswordRecord>());
+    return std::make_unique<FakeDecryptionPasswordView>(decryptionPasswords.back(), takeFirst(decryptionUsers));
+}
+
+std::wstring FakeViewFactory::pickKeyFile(bool initializeCom)
+{
+    keyFileDialogs.push_back({initializeCom, std::this_thread::get_id()});
+    return takeFirst(pickedKeyFiles);
 }
 
 } // namespace Fakes

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fakes/fake_password_views.h"
 #include "windows/file_error/i_file_error_window_view.h"
 #include "windows/framework/view_factory.h"
 #include "windows/progress/i_progress_window_view.h"
@@ -8,6 +9,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace Fakes
@@ -92,12 +94,22 @@ private:
     std::shared_ptr<FileErrorRecord> record_;
 };
 
+/// One use of the dialog that picks a key file.
+struct KeyFileDialogRecord
+{
+    bool initializeCom = false;
+    std::thread::id thread;
+};
+
 /// Makes the fake views and keeps what they were told, in the order in which they were made.
 class FakeViewFactory : public JobRunner::IViewFactory
 {
 public:
     std::unique_ptr<JobRunner::IProgressWindowView> createProgressWindowView(int operation) override;
     std::unique_ptr<JobRunner::IFileErrorWindowView> createFileErrorWindowView() override;
+    std::unique_ptr<JobRunner::IEncryptionPasswordView> createEncryptionPasswordView(bool selfExtracting) override;
+    std::unique_ptr<JobRunner::IDecryptionPasswordView> createDecryptionPasswordView() override;
+    std::wstring pickKeyFile(bool initializeCom) override;
 
     std::vector<std::shared_ptr<ProgressViewLog>> progressViews;
     /// The view made last; dangles once its owner has ended it.
@@ -105,6 +117,16 @@ public:
     std::vector<std::shared_ptr<FileErrorRecord>> fileErrors;
     /// Answers of the file error windows to come; abort when there is none left.
     std::deque<int> fileErrorAnswers;
+
+    std::vector<std::shared_ptr<EncryptionPasswordRecord>> encryptionPasswords;
+    std::vector<std::shared_ptr<DecryptionPasswordRecord>> decryptionPasswords;
+    /// Users of the password dialogs to come; one who cancels when there is none left.
+    std::deque<EncryptionPasswordUser> encryptionUsers;
+    std::deque<DecryptionPasswordUser> decryptionUsers;
+
+    std::vector<KeyFileDialogRecord> keyFileDialogs;
+    /// What the key file dialogs to come give; a cancelled one when there is none left.
+    std::deque<std::wstring> pickedKeyFiles;
 };
 
 /// Puts fake views in place for the time of a test.

@@ -1,21 +1,11 @@
 #pragma once
 
+#include "windows/framework/layout_box.h"
+
 #include <functional>
 
 namespace JobRunner
 {
-
-struct FileErrorBox
-{
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-
-    int right() const { return x + width; }
-    int bottom() const { return y + height; }
-    bool operator==(const FileErrorBox&) const = default;
-};
 
 /// What the file error window measures before it is laid out. Pixels. A text's height depends on the width it gets.
 struct FileErrorContent
@@ -39,11 +29,11 @@ struct FileErrorContent
 /// Places in client coordinates. The boxes of the target stay empty without one.
 struct FileErrorLayout
 {
-    FileErrorBox message;
-    FileErrorBox sourceCaption;
-    FileErrorBox source;
-    FileErrorBox targetCaption;
-    FileErrorBox target;
+    LayoutBox message;
+    LayoutBox sourceCaption;
+    LayoutBox source;
+    LayoutBox targetCaption;
+    LayoutBox target;
     int buttonsTop = 0;
     /// Where the window ends.
     int windowBottom = 0;

@@ -41,14 +41,14 @@ FileErrorContent twoRows()
 TEST(FileErrorLayout, putsTheMessageBelowTheHeaderAcrossTheWindow)
 {
     const FileErrorLayout layout = layOutFileError(oneRow());
-    EXPECT_EQ(layout.message, (FileErrorBox{15, 65, 381, 26}));
+    EXPECT_EQ(layout.message, (LayoutBox{15, 65, 381, 26}));
 }
 
 TEST(FileErrorLayout, putsTheSourceRowBelowTheMessage)
 {
     const FileErrorLayout layout = layOutFileError(oneRow());
-    EXPECT_EQ(layout.sourceCaption, (FileErrorBox{60, 101, 40, 13}));
-    EXPECT_EQ(layout.source, (FileErrorBox{107, 101, 289, 13}));
+    EXPECT_EQ(layout.sourceCaption, (LayoutBox{60, 101, 40, 13}));
+    EXPECT_EQ(layout.source, (LayoutBox{107, 101, 289, 13}));
     EXPECT_EQ(layout.source.right(), 411 - 15);
 }
 
@@ -62,15 +62,15 @@ TEST(FileErrorLayout, endsHalfAButtonBelowTheButtons)
 TEST(FileErrorLayout, hasNoTargetRowWithoutATarget)
 {
     const FileErrorLayout layout = layOutFileError(oneRow());
-    EXPECT_EQ(layout.target, FileErrorBox{});
-    EXPECT_EQ(layout.targetCaption, FileErrorBox{});
+    EXPECT_EQ(layout.target, LayoutBox{});
+    EXPECT_EQ(layout.targetCaption, LayoutBox{});
 }
 
 TEST(FileErrorLayout, aTargetRowMakesTheWindowThatMuchHigher)
 {
     const FileErrorLayout layout = layOutFileError(twoRows());
-    EXPECT_EQ(layout.targetCaption, (FileErrorBox{60, 114 + 6, 38, 17}));
-    EXPECT_EQ(layout.target, (FileErrorBox{107, 120, 289, 13}));
+    EXPECT_EQ(layout.targetCaption, (LayoutBox{60, 114 + 6, 38, 17}));
+    EXPECT_EQ(layout.target, (LayoutBox{107, 120, 289, 13}));
     EXPECT_EQ(layout.windowBottom - layOutFileError(oneRow()).windowBottom, 13 + 6);
 }
 

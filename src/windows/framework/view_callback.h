@@ -16,4 +16,13 @@ struct ViewCallback
     }
 };
 
+/// The same for a callback that decides. An unset pair counts as true.
+struct ViewCheck
+{
+    bool (*function)(void* context) = nullptr;
+    void* context = nullptr;
+
+    bool operator()() const { return !function || function(context); }
+};
+
 } // namespace JobRunner

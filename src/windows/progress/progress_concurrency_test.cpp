@@ -1,8 +1,7 @@
 #include "windows/progress/progress_window.h"
 
 #include "fakes/fake_platform.h"
-#include "windows/file_error/i_file_error_window_view.h"
-#include "windows/framework/view_factory.h"
+#include "fakes/fake_views.h"
 #include "windows/progress/i_progress_window_view.h"
 #include "windows/progress/progress_display.h"
 
@@ -112,7 +111,7 @@ private:
     bool closing_ = false;
 };
 
-struct ClickingViews : IViewFactory
+struct ClickingViews : Fakes::FakeViewFactory
 {
     explicit ClickingViews(unsigned seed_) : seed(seed_) {}
 
@@ -120,7 +119,6 @@ struct ClickingViews : IViewFactory
     {
         return std::make_unique<ClickingView>(operation, seed + made++);
     }
-    std::unique_ptr<IFileErrorWindowView> createFileErrorWindowView() override { return nullptr; }
 
     const unsigned seed;
     std::atomic<unsigned> made = 0;

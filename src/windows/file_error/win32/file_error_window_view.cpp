@@ -4,6 +4,7 @@
 #include "windows/file_error/file_error_layout.h"
 #include "windows/framework/win32/controls.h"
 #include "windows/framework/win32/dialog.h"
+#include "windows/framework/win32/placement.h"
 
 namespace JobRunner
 {
@@ -28,27 +29,12 @@ int answerOf(INT_PTR dialogResult)
     return FileErrorAbortJob;
 }
 
-ControlRect rectOf(ICustomControl& control)
-{
-    ControlRect rect{};
-    control.getRect(&rect);
-    return rect;
-}
-
-RECT buttonRect(HWND dialog, int id)
-{
-    RECT rect{};
-    GetWindowRect(GetDlgItem(dialog, id), &rect);
-    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&rect), 2);
-    return rect;
-}
-
 FileErrorContent::HeightForWidth heightOf(ISimpleText* text)
 {
     return [text](int width) { return text->heightForWidth(width); };
 }
 
-void place(ISimpleText& text, const FileErrorBox& box)
+void place(ISimpleText& text, const LayoutBox& box)
 {
     text.move(box.x, box.y);
     text.setWidth(box.width, true);
@@ -203,22 +189,21 @@ void FileErrorWindowView::layOut()
 {
     RECT client{};
     GetClientRect(dialog_, &client);
-    const RECT button = buttonRect(dialog_, IDC_TRY_AGAIN);
-    const ControlRect caption = rectOf(*sourceCaption_);
+    const LayoutBox caption = boxOf(*sourceCaption_);
     FileErrorContent content;
     content.clientWidth = static_cast<int>(client.right);
-    content.headerHeight = rectOf(*header_).bottom;
-    content.buttonHeight = static_cast<int>(button.bottom - button.top);
-    content.sourceCaptionWidth = caption.right - caption.left;
-    content.sourceCaptionHeight = caption.bottom - caption.top;
+    content.headerHeight = boxOf(*header_).bottom();
+    content.buttonHeight = boxOfItem(dialog_, IDC_TRY_AGAIN).height;
+    content.sourceCaptionWidth = caption.width;
+    content.sourceCaptionHeight = caption.height;
     content.hasTarget = target_ != nullptr;
     content.message = heightOf(text_);
     content.source = heightOf(source_);
     if (target_)
     {
-        const ControlRect fitted = rectOf(*targetCaption_);
-        content.targetCaptionWidth = fitted.right - fitted.left;
-        content.targetCaptionHeight = fitted.bottom - fitted.top;
+        const LayoutBox fitted = boxOf(*targetCaption_);
+        content.targetCaptionWidth = fitted.width;
+        content.targetCaptionHeight = fitted.height;
         content.target = heightOf(target_);
     }
 
@@ -231,25 +216,9 @@ void FileErrorWindowView::layOut()
         targetCaption_->move(layout.targetCaption.x, layout.targetCaption.y);
         place(*target_, layout.target);
     }
-    placeButtons(layout.buttonsTop);
-    endWindowAt(layout.windowBottom);
-}
-
-void FileErrorWindowView::placeButtons(int top)
-{
     for (const int id : Buttons)
-        SetWindowPos(GetDlgItem(dialog_, id), nullptr, static_cast<int>(buttonRect(dialog_, id).left), top, 0, 0,
-                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void FileErrorWindowView::endWindowAt(int clientY)
-{
-    POINT end{0, clientY};
-    ClientToScreen(dialog_, &end);
-    RECT window{};
-    GetWindowRect(dialog_, &window);
-    SetWindowPos(dialog_, nullptr, 0, 0, static_cast<int>(window.right - window.left),
-                 static_cast<int>(end.y - window.top), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        moveItem(dialog_, id, {boxOfItem(dialog_, id).x, layout.buttonsTop});
+    endWindowAt(dialog_, layout.windowBottom);
 }
 
 } // namespace JobRunner

@@ -35,8 +35,6 @@ private:
     ISimpleText* makeCaption(const wchar_t* text);
     ISimpleText* makePath(const std::wstring& path);
     void layOut();
-    void placeButtons(int top);
-    void endWindowAt(int clientY);
 
     std::wstring title_ = L"File Error Occured";
     std::wstring headerText_ = L"Please choose what to do with file.";

@@ -5,9 +5,11 @@
 #include "interfaces/panekit/controls.h"
 #include "windows/framework/view_factory.h"
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <windows.h>
 
@@ -41,19 +43,21 @@ private:
     }
 };
 
-/// Waits with a timer of this thread, which the dialog's own loop serves, until the dialog can be seen.
+/// Waits with a timer of this thread, which the dialog's own loop serves, until the dialog can be seen. During a visit
+/// another visitor may wait for a further dialog above the first.
 class DialogVisitor
 {
 public:
-    explicit DialogVisitor(std::function<void(HWND)> visit) : visit_(std::move(visit))
+    explicit DialogVisitor(std::function<void(HWND)> visit) : visit_(std::move(visit)), outer_(current)
     {
+        EnumThreadWindows(GetCurrentThreadId(), addDialog, reinterpret_cast<LPARAM>(&known_));
         current = this;
         timer_ = SetTimer(nullptr, 0, Interval, onTimer);
     }
     ~DialogVisitor()
     {
         KillTimer(nullptr, timer_);
-        current = nullptr;
+        current = outer_;
     }
     DialogVisitor(const DialogVisitor&) = delete;
     DialogVisitor& operator=(const DialogVisitor&) = delete;
@@ -62,22 +66,30 @@ private:
     static constexpr UINT Interval = 10;
     static inline DialogVisitor* current = nullptr;
 
-    static BOOL CALLBACK findDialog(HWND window, LPARAM found)
+    static BOOL CALLBACK addDialog(HWND window, LPARAM dialogs)
     {
         constexpr const wchar_t* DialogClass = L"#32770";
         wchar_t name[20] = {};
         GetClassNameW(window, name, 20);
-        if (std::wstring(name) != DialogClass || !IsWindowVisible(window))
-            return TRUE;
-        *reinterpret_cast<HWND*>(found) = window;
-        return FALSE;
+        if (std::wstring(name) == DialogClass && IsWindowVisible(window))
+            reinterpret_cast<std::vector<HWND>*>(dialogs)->push_back(window);
+        return TRUE;
+    }
+
+    HWND newDialog() const
+    {
+        std::vector<HWND> dialogs;
+        EnumThreadWindows(GetCurrentThreadId(), addDialog, reinterpret_cast<LPARAM>(&dialogs));
+        std::erase_if(dialogs, [this](HWND dialog) { return std::ranges::find(known_, dialog) != known_.end(); });
+        return dialogs.empty() ? nullptr : dialogs.front();
     }
 
     static void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD)
     {
-        HWND dialog = nullptr;
-        EnumThreadWindows(GetCurrentThreadId(), findDialog, reinterpret_cast<LPARAM>(&dialog));
-        if (!dialog || !current || !current->visit_)
+        if (!current || !current->visit_)
+            return;
+        const HWND dialog = current->newDialog();
+        if (!dialog)
             return;
         const std::function<void(HWND)> visit = std::move(current->visit_);
         current->visit_ = nullptr;
@@ -86,6 +98,8 @@ private:
     }
 
     std::function<void(HWND)> visit_;
+    DialogVisitor* const outer_;
+    std::vector<HWND> known_;
     UINT_PTR timer_ = 0;
 };
 

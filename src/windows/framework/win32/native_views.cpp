@@ -1,6 +1,9 @@
 #include "windows/framework/view_factory.h"
 
+#include "windows/decryption_password/win32/decryption_password_view.h"
+#include "windows/encryption_password/win32/encryption_password_view.h"
 #include "windows/file_error/win32/file_error_window_view.h"
+#include "windows/framework/win32/key_file_dialog.h"
 #include "windows/progress/win32/progress_window_view.h"
 
 namespace JobRunner
@@ -21,6 +24,18 @@ public:
     {
         return std::make_unique<FileErrorWindowView>();
     }
+
+    std::unique_ptr<IEncryptionPasswordView> createEncryptionPasswordView(bool selfExtracting) override
+    {
+        return std::make_unique<EncryptionPasswordView>(selfExtracting);
+    }
+
+    std::unique_ptr<IDecryptionPasswordView> createDecryptionPasswordView() override
+    {
+        return std::make_unique<DecryptionPasswordView>();
+    }
+
+    std::wstring pickKeyFile(bool initializeCom) override { return showKeyFileDialog(initializeCom); }
 };
 
 } // namespace

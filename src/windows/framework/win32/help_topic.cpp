@@ -1,0 +1,27 @@
+#include "windows/framework/win32/help_topic.h"
+
+#include <string>
+
+namespace JobRunner
+{
+
+namespace
+{
+/// Intended: never set in this process.
+std::wstring helpFile;
+constexpr UINT DisplayTopic = 0;
+using HtmlHelpFunction = HWND(WINAPI*)(HWND owner, const wchar_t* file, UINT command, DWORD_PTR data);
+} // namespace
+
+void showHelpTopic(HWND owner, const wchar_t* topic)
+{
+    // Found in the system's own folder only, and stays loaded while the help viewer may be open.
+    const HMODULE viewer = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    if (!viewer)
+        return;
+    const auto show = reinterpret_cast<HtmlHelpFunction>(reinterpret_cast<void*>(GetProcAddress(viewer, "HtmlHelpW")));
+    if (show)
+        show(owner, (helpFile + L"::/" + topic).c_str(), DisplayTopic, 0);
+}
+
+} // namespace JobRunner
