@@ -2,10 +2,10 @@
 
 #include "bridges/events_handler.h"
 #include "bridges/module_factories.h"
+#include "commands/engine_run.h"
 #include "commands/job_results.h"
 #include "platform/message_box.h"
 #include "platform/platform.h"
-#include "platform/threads.h"
 #include "telemetry/usage_events.h"
 #include "windows/progress/i_progress_window_view.h"
 
@@ -16,11 +16,6 @@ namespace JobRunner
 
 using namespace Halden::ZEL::Telemetry;
 using Platform::platform;
-
-namespace
-{
-constexpr std::uint32_t PollStep = 200; // milliseconds
-}
 
 DeleteCommand::DeleteCommand(ReleasePtr<ZelPlatform::IJobRunnerDocument> document, IGuiEvents* gui,
                              EventTrackerPtr tracker)
@@ -71,8 +66,7 @@ void DeleteCommand::runEngine()
     handler_->AttachEvents(events.get(), isWipe() ? OperationWipe : OperationDelete);
     options->SetMethod(method_);
     deleter->Start(files_, options.get(), events.get());
-    while (!deleter->IsFinished())
-        platform().threads.sleep(PollStep);
+    waitUntilFinished(*deleter);
     trackResults();
 }
 

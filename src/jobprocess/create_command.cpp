@@ -1,6 +1,9 @@
 #include "bridges/module_factories.h"
 #include "commands/command.h"
+#include "commands/decrypt_command.h"
 #include "commands/delete_command.h"
+#include "commands/encrypt_command.h"
+#include "commands/encrypt_sfx_command.h"
 #include "interfaces/process/exception.h"
 #include "jobprocess/main_thread.h"
 #include "platform/platform.h"
@@ -35,9 +38,9 @@ std::unique_ptr<Command> create(Document document, IGuiEvents* gui, EventTracker
 
 /// In the order of the questions; the first kind that answers true wins.
 const JobKind Kinds[] = {
-    {&IJobRunnerDocument::IsEncryption, UsageEvent::OperationEncryption, nullptr},
-    {&IJobRunnerDocument::IsSfxEncryption, UsageEvent::OperationSfxEncryption, nullptr},
-    {&IJobRunnerDocument::IsDecryption, UsageEvent::OperationDecryption, nullptr},
+    {&IJobRunnerDocument::IsEncryption, UsageEvent::OperationEncryption, create<EncryptCommand>},
+    {&IJobRunnerDocument::IsSfxEncryption, UsageEvent::OperationSfxEncryption, create<EncryptSfxCommand>},
+    {&IJobRunnerDocument::IsDecryption, UsageEvent::OperationDecryption, create<DecryptCommand>},
     {&IJobRunnerDocument::IsDoubleClickDecryption, UsageEvent::OperationDoubleClickDecryption, nullptr},
     {&IJobRunnerDocument::IsWipe, UsageEvent::OperationWipe, create<DeleteCommand>},
 };

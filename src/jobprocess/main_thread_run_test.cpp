@@ -170,9 +170,10 @@ TEST_F(MainThreadRun, reportsTheKindOfTheJobBeforeTheCommandAsksItsDocument)
 
 TEST_F(MainThreadRun, asksTheKindsOnlyUntilTheFirstThatIsTrue)
 {
-    documents_.documents[JobFile].sfxEncryption = true;
+    documents_.documents[JobFile].doubleClickDecryption = true;
     EXPECT_ANY_THROW(MainThread(tracker_).run());
-    EXPECT_EQ(ordered({L"document.Is"}), (Calls{L"document.IsEncryption", L"document.IsSfxEncryption"}));
+    EXPECT_EQ(ordered({L"document.Is"}), (Calls{L"document.IsEncryption", L"document.IsSfxEncryption",
+                                                L"document.IsDecryption", L"document.IsDoubleClickDecryption"}));
 }
 
 TEST_F(MainThreadRun, deletesTheJobFileAfterTheLoadAndReleasesTheStoreBeforeTheFactory)

@@ -107,35 +107,6 @@ TEST_F(MainThreadTest, aJobFileThatCannotBeDeletedIsNoFailure)
     EXPECT_EQ(count(L"deleteFile " + JobFile), 1u);
 }
 
-TEST_F(MainThreadTest, theFirstKindInOrderWins)
-{
-    const std::vector<std::wstring> labels = {L"getxml_set_operation_encryption", L"getxml_set_operation_sfxencryption",
-                                              L"getxml_set_operation_decryption",
-                                              L"getxml_set_operation_dblclk_decryption", L"getxml_set_operation_wipe"};
-    bool Fakes::JobAnswers::*const kinds[] = {&Fakes::JobAnswers::encryption, &Fakes::JobAnswers::sfxEncryption,
-                                              &Fakes::JobAnswers::decryption, &Fakes::JobAnswers::doubleClickDecryption,
-                                              &Fakes::JobAnswers::wipe};
-    for (const auto kind : kinds)
-        job().*kind = true;
-    for (std::size_t i = 0; i < labels.size(); ++i)
-    {
-        tracker_->clear();
-        run();
-        EXPECT_EQ(tracked().front(), L"TrackViewEvent(jobrunner, " + labels[i] + L", none)");
-        job().*kinds[i] = false;
-    }
-}
-
-TEST_F(MainThreadTest, aKindWithoutACommandEndsAsAnUnknownOneAfterItsEvent)
-{
-    job().encryption = true;
-    EXPECT_EQ(run(), L"Unknown type of the thread operation in configuration file");
-    EXPECT_EQ(tracked(),
-              (std::vector<std::wstring>{L"TrackViewEvent(jobrunner, getxml_set_operation_encryption, none)"}));
-    EXPECT_EQ(count(L"document.Release"), 1u);
-    EXPECT_FALSE(jobFileExists());
-}
-
 TEST_F(MainThreadTest, aDeclinedJobEndsInOrder)
 {
     job().wipe = true;

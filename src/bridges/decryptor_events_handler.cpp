@@ -1,0 +1,23 @@
+#include "bridges/decryptor_events_handler.h"
+
+#include "interfaces/vaultcore/decryptor.h"
+#include "interfaces/vaultcore/events.h"
+#include "windows/progress/i_progress_window_view.h"
+
+namespace JobRunner
+{
+
+DecryptorEventsHandler::DecryptorEventsHandler(ProgressWindow* window, IGuiEvents* gui)
+    : EventsHandler(window, gui), provider_(makePasswordProvider<PasswordProviderHandler>(window, gui))
+{
+}
+
+void DecryptorEventsHandler::AttachDecryptionEvents(VaultCore::IDecryptionEvents* events,
+                                                    VaultCore::IDecryptionOptions* options)
+{
+    AttachEvents(events, OperationDecrypt);
+    provider_->setDeletesOriginals(options->GetMode() != 0);
+    events->SetPasswordProvider(provider_.get());
+}
+
+} // namespace JobRunner
