@@ -15,17 +15,14 @@ namespace EndToEnd
 namespace
 {
 
-std::string quoted(const Path& path)
+std::string jobText(const std::string& kind, const std::vector<Path>& files, const std::string& fields)
 {
-    const std::u8string text = path.u8string();
-    std::string result = "\"";
-    for (const char8_t unit : text)
-    {
-        if (unit == u8'"' || unit == u8'\\')
-            result += '\\';
-        result += static_cast<char>(unit);
-    }
-    return result + '"';
+    std::ostringstream text;
+    text << "{\"kind\": \"" << kind << "\", \"files\": [";
+    for (std::size_t index = 0; index < files.size(); ++index)
+        text << (index == 0 ? "" : ", ") << jsonText(files[index]);
+    text << "]" << (fields.empty() ? "" : ", ") << fields << "}";
+    return text.str();
 }
 
 // Not every system has every module.
@@ -83,14 +80,46 @@ Path SampleFolder::addDeleteJob(const std::vector<Path>& files, std::uint32_t me
     return addFile(name, deleteJobText(files, method));
 }
 
+Path SampleFolder::addEncryptJob(const std::vector<Path>& files, int destiny, const Path& name) const
+{
+    return addJob("encrypt", files, "\"destiny\": " + std::to_string(destiny), name);
+}
+
+Path SampleFolder::addDecryptJob(const std::vector<Path>& files, bool deletes, const Path& name) const
+{
+    return addJob("decrypt", files, deletes ? "\"mode\": 1" : "\"mode\": 0", name);
+}
+
+Path SampleFolder::addJob(const std::string& kind, const std::vector<Path>& files, const std::string& fields,
+                          const Path& name) const
+{
+    return addFile(name, jobText(kind, files, fields));
+}
+
+std::string jsonText(const Path& path)
+{
+    const std::u8string text = path.u8string();
+    std::string result = "\"";
+    for (const char8_t unit : text)
+    {
+        if (unit == u8'"' || unit == u8'\\')
+            result += '\\';
+        result += static_cast<char>(unit);
+    }
+    return result + '"';
+}
+
 std::string deleteJobText(const std::vector<Path>& files, std::uint32_t method)
 {
-    std::ostringstream text;
-    text << "{\"kind\": \"delete\", \"files\": [";
-    for (std::size_t index = 0; index < files.size(); ++index)
-        text << (index == 0 ? "" : ", ") << quoted(files[index]);
-    text << "], \"method\": " << method << "}";
-    return text.str();
+    return jobText("delete", files, "\"method\": " + std::to_string(method));
+}
+
+std::string contentOf(const Path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    std::ostringstream content;
+    content << stream.rdbuf();
+    return content.str();
 }
 
 Path programUnderTest()

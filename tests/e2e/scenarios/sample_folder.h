@@ -32,12 +32,27 @@ public:
     Path addDeleteJob(const std::vector<Path>& files, std::uint32_t method = Delete,
                       const Path& name = "job.json") const;
 
+    /// Writes the job file that asks to encrypt the files; `destiny` is what becomes of them: 0 keep, 1 delete, 2 wipe.
+    Path addEncryptJob(const std::vector<Path>& files, int destiny, const Path& name = "job.json") const;
+    /// Writes the job file that asks to decrypt the files beside themselves; they stay unless `deletes` is true.
+    Path addDecryptJob(const std::vector<Path>& files, bool deletes = false, const Path& name = "job.json") const;
+
+    /// Writes the job file of a kind; `fields` are the further ones of the object, as JSON: "\"mode\": 1, ...".
+    Path addJob(const std::string& kind, const std::vector<Path>& files, const std::string& fields = {},
+                const Path& name = "job.json") const;
+
 private:
     Path path_;
 };
 
+/// A path as a text of JSON, with its quotation marks.
+std::string jsonText(const Path& path);
+
 /// What a job file for deletion says, for tests that spoil it.
 std::string deleteJobText(const std::vector<Path>& files, std::uint32_t method);
+
+/// Everything in a file.
+std::string contentOf(const Path& file);
 
 /// The program under test: the value of JOBRUNNER_PROGRAM, or the one in the folder "bin" beside the tests' folder.
 Path programUnderTest();

@@ -2,7 +2,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <memory>
@@ -29,12 +28,6 @@ std::chrono::seconds duration()
 {
     const char* const seconds = std::getenv("JOBRUNNER_CONCURRENCY_SECONDS");
     return std::chrono::seconds(seconds != nullptr && *seconds != '\0' ? std::atoi(seconds) : DefaultSeconds);
-}
-
-std::string contentOf(const Path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 } // namespace
