@@ -57,6 +57,16 @@ TEST_F(ReadBackTest, happensOnlyWhenTheEncryptedFileGoes)
     EXPECT_EQ(countIn(inside), 1U);
 }
 
+TEST_F(ReadBackTest, asksTheDeviceForTheResult)
+{
+    const fs::path encrypted = made(put(inside / "a", "abc"));
+    files.forgotten.clear();
+    decrypt({encrypted}, true);
+    EXPECT_FALSE(fs::exists(encrypted));
+    ASSERT_EQ(files.forgotten.size(), 1U);
+    EXPECT_EQ(fs::path(nameOf(files.forgotten.front())), "a");
+}
+
 TEST_F(ReadBackTest, refusesAnotherFileUnderTheNameOfTheResult)
 {
     const fs::path encrypted = made(put(inside / "a", "abc"));
