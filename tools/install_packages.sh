@@ -8,6 +8,7 @@ packages=(
     libgcrypt20-dev nlohmann-json3-dev googletest
     clang-format clang-tidy
     xvfb imagemagick debootstrap
+    xdg-utils file
 )
 
 missing=()

@@ -54,7 +54,8 @@ void runJob(std::function<void(const Fakes::EngineCallbacks&)> work)
     boxes.answer(Platform::BoxAnswerYes);
     Platform::System& native = Platform::nativeSystem();
     JobShell shell(log, native.separator);
-    Platform::System system{native.modules, native.threads, native.messages, boxes, shell, native.separator};
+    Platform::System system{native.modules, native.threads,   native.messages, boxes,        shell,
+                            native.handles, native.processes, native.desktop,  native.files, native.separator};
 
     Platform::setPlatform(&system);
     JobRunner::setZelPlatformFactory(Fakes::FakeZelPlatform::createFactory);

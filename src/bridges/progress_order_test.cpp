@@ -71,8 +71,11 @@ protected:
 
     FakePlatform platform;
     WatchedThreads threads{platform.log};
-    Platform::System watched{platform.modules,      threads,        platform.messages,
-                             platform.messageBoxes, platform.shell, L'\\'};
+    Platform::System watched{platform.modules,   threads,
+                             platform.messages,  platform.messageBoxes,
+                             platform.shell,     platform.handles,
+                             platform.processes, platform.desktop,
+                             platform.files,     L'\\'};
     FakeViews views;
     ProgressWindow window;
 };

@@ -82,6 +82,7 @@ public:
         return 0;
     }
     void postQuit() override {}
+    bool dispatchOne() override { return false; }
     void runLoop() override
     {
         log_.add(L"runLoop");
@@ -130,7 +131,9 @@ protected:
     Fakes::FakeZelPlatform documents_{system_.log};
     Fakes::FakeEngine engine_{system_.log};
     ObservedThreads threads_{system_.log};
-    Platform::System observed_{system_.modules, threads_, system_.messages, system_.messageBoxes, system_.shell, L'\\'};
+    Platform::System observed_{
+        system_.modules, threads_,          system_.messages, system_.messageBoxes, system_.shell,
+        system_.handles, system_.processes, system_.desktop,  system_.files,        L'\\'};
     std::shared_ptr<Fakes::RecordingTracker> tracker_ = std::make_shared<Fakes::RecordingTracker>(system_.log);
 };
 
@@ -194,7 +197,9 @@ TEST_F(MainThreadRun, doesTheJobWithoutAWindowToo)
 {
     // Intended: nothing is reported. Each dialog answers 0, which repeats the file until it succeeds.
     WindowlessMessages messages(system_.log);
-    Platform::System windowless{system_.modules, threads_, messages, system_.messageBoxes, system_.shell, L'\\'};
+    Platform::System windowless{
+        system_.modules, threads_,          messages,        system_.messageBoxes, system_.shell,
+        system_.handles, system_.processes, system_.desktop, system_.files,        L'\\'};
     Platform::setPlatform(&windowless);
     system_.messageBoxes.answer(Platform::BoxAnswerYes);
     engine_.files = {{L"a.txt", 1, 2}};
@@ -210,7 +215,9 @@ TEST_F(MainThreadRun, entersTheLoopWithoutAJobThreadToo)
     // Intended: a thread that cannot be started is not noticed; outside of this test nothing ends the loop.
     WindowlessMessages messages(system_.log);
     messages.waitsForTheJob = false;
-    Platform::System windowless{system_.modules, threads_, messages, system_.messageBoxes, system_.shell, L'\\'};
+    Platform::System windowless{
+        system_.modules, threads_,          messages,        system_.messageBoxes, system_.shell,
+        system_.handles, system_.processes, system_.desktop, system_.files,        L'\\'};
     Platform::setPlatform(&windowless);
     threads_.setFailing(true);
     MainThread(tracker_).run();

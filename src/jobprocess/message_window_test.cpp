@@ -48,6 +48,7 @@ public:
         return answer;
     }
     void postQuit() override { log_.add(L"postQuit"); }
+    bool dispatchOne() override { return false; }
     void runLoop() override {}
 
     bool registers = true;
@@ -99,7 +100,8 @@ protected:
     Fakes::FakePlatform system_;
     Fakes::CallLog log_;
     RecordingMessages messages_{log_};
-    Platform::System observed_{system_.modules, system_.threads, messages_, system_.messageBoxes, system_.shell, L'\\'};
+    Platform::System observed_{system_.modules, system_.threads,   messages_,       system_.messageBoxes, system_.shell,
+                               system_.handles, system_.processes, system_.desktop, system_.files,        L'\\'};
     ReadyDialogs dialogs_;
     MessageWindow window_{dialogs_};
     const WindowHandle handle_ = reinterpret_cast<WindowHandle>(RecordingMessages::Window);

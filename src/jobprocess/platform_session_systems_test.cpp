@@ -165,7 +165,8 @@ TEST_F(SessionOnASystem, findsTheDevelopmentLayoutUnderSlashesToo)
 TEST_F(SessionOnASystem, startsWithoutControlsWhereTheViewsNeedNone)
 {
     ModulesWithoutControls modules(system_.log);
-    Platform::System system{modules, system_.threads, system_.messages, system_.messageBoxes, system_.shell, L'\\'};
+    Platform::System system{modules,         system_.threads,   system_.messages, system_.messageBoxes, system_.shell,
+                            system_.handles, system_.processes, system_.desktop,  system_.files,        L'\\'};
     Platform::setPlatform(&system);
     addZelPlatform(modules, folder_ + L"zelplatform.dll");
     addVaultCore(modules, folder_ + L"vaultcore.dll");

@@ -45,6 +45,9 @@ public:
                                std::intptr_t lParam) = 0;
     /// `PostQuitMessage`: ends the calling thread's loop.
     virtual void postQuit() = 0;
+    /// `PeekMessageW` with `PM_REMOVE`, `TranslateMessage`, `DispatchMessageW`, once. False when no message waits for
+    /// the calling thread.
+    virtual bool dispatchOne() = 0;
     /// `GetMessageW`, `TranslateMessage`, `DispatchMessageW` until the quit message.
     virtual void runLoop() = 0;
 };

@@ -1,6 +1,7 @@
 #include "platform/path_text.h"
 
 #include <algorithm>
+#include <cwctype>
 #include <vector>
 
 namespace Platform
@@ -86,6 +87,82 @@ std::wstring compactPathText(const std::wstring& path, std::uint32_t size, wchar
     if (needed > room)
         return withEllipsis(Ellipsis + (separator + name), room);
     return path.substr(0, room - needed) + Ellipsis + separator + name;
+}
+
+namespace
+{
+
+bool matchesOne(const wchar_t* name, const wchar_t* pattern, const wchar_t* end)
+{
+    for (; pattern != end; ++pattern, ++name)
+    {
+        if (*pattern == L'*')
+        {
+            for (; *name; ++name)
+                if (matchesOne(name, pattern + 1, end))
+                    return true;
+            return pattern + 1 == end || matchesOne(name, pattern + 1, end);
+        }
+        if (!*name || (*pattern != L'?' && std::towupper(static_cast<std::wint_t>(*pattern)) !=
+                                               std::towupper(static_cast<std::wint_t>(*name))))
+            return false;
+    }
+    return !*name;
+}
+
+} // namespace
+
+bool matchesPatternText(const std::wstring& name, const std::wstring& pattern)
+{
+    if (pattern == L"*.*")
+        return true;
+    const wchar_t* const last = pattern.c_str() + pattern.size();
+    for (const wchar_t* start = pattern.c_str(); start <= last;)
+    {
+        while (*start == L' ')
+            ++start;
+        const wchar_t* const end = std::find(start, last, L';');
+        if (start != end && matchesOne(name.c_str(), start, end))
+            return true;
+        start = end + 1;
+    }
+    return false;
+}
+
+std::wstring fileNameText(const std::wstring& path, wchar_t separator)
+{
+    const auto ends = [separator](wchar_t character)
+    { return character == separator || character == L'/' || (separator == L'\\' && character == L':'); };
+    std::size_t start = 0;
+    for (std::size_t i = 0; i + 1 < path.size(); ++i)
+        if (ends(path[i]) && (path[i + 1] == L':' || !ends(path[i + 1])))
+            start = i + 1;
+    return path.substr(start);
+}
+
+std::wstring removeFileSpecText(const std::wstring& path, wchar_t separator)
+{
+    std::size_t cut = 0;
+    std::size_t i = 0;
+    for (; i < 2 && i < path.size() && path[i] == separator; ++i)
+        cut = i + 1;
+    for (; i < path.size(); ++i)
+    {
+        if (path[i] == separator)
+            cut = i;
+        else if (separator == L'\\' && path[i] == L':')
+            cut = i + 1 < path.size() && path[i + 1] == separator ? ++i + 1 : i + 1;
+    }
+    return path.substr(0, cut);
+}
+
+std::wstring appendPathText(const std::wstring& path, const std::wstring& more, wchar_t separator)
+{
+    // Two of them begin the name of another computer, which stands alone.
+    if (separator == L'\\' && more.starts_with(L"\\\\"))
+        return combinePathText(path, more, separator);
+    const std::size_t start = std::min(more.find_first_not_of(separator), more.size());
+    return combinePathText(path, more.substr(start), separator);
 }
 
 } // namespace Platform

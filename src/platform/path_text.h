@@ -16,4 +16,17 @@ std::wstring combinePathText(const std::wstring& folder, const std::wstring& fil
 /// The name itself is cut with "..." at its end when it does not fit.
 std::wstring compactPathText(const std::wstring& path, std::uint32_t size, wchar_t separator);
 
+/// Whether a file name matches a pattern of '*' and '?', whatever the case of its letters. "*.*" matches every name.
+/// Several patterns are parted by ';'.
+bool matchesPatternText(const std::wstring& name, const std::wstring& pattern);
+
+/// The last part of a path: what stands behind the last separator that something stands behind.
+std::wstring fileNameText(const std::wstring& path, wchar_t separator);
+
+/// A path without its last part and the separator before it; the root stays.
+std::wstring removeFileSpecText(const std::wstring& path, wchar_t separator);
+
+/// `more` below `path`, whether or not `more` starts with separators; "." and ".." are taken out.
+std::wstring appendPathText(const std::wstring& path, const std::wstring& more, wchar_t separator);
+
 } // namespace Platform

@@ -10,6 +10,10 @@ class Threads;
 class Messages;
 class MessageBoxes;
 class Shell;
+class Handles;
+class Processes;
+class Desktop;
+class Files;
 
 /// The operations that this program needs of the operating system, by concern.
 struct System
@@ -19,6 +23,10 @@ struct System
     Messages& messages;
     MessageBoxes& messageBoxes;
     Shell& shell;
+    Handles& handles;
+    Processes& processes;
+    Desktop& desktop;
+    Files& files;
     /// What ends a folder in a path of this system.
     wchar_t separator;
 };

@@ -102,19 +102,27 @@ TEST_P(Shell, onlyAFileThatIsThereIsDeleted)
     EXPECT_FALSE(shell().deleteFile(file));
 }
 
+TEST_P(Shell, whatIsNotThereIsNotOpened)
+{
+    Platform::ShellExecution execution{60, Platform::ExecuteKeepProcess | Platform::ExecuteWithoutBox,
+                                       path(L"/no such folder/letter.txt"), path(L"/"), Platform::ShowNormal};
+    EXPECT_FALSE(shell().execute(execution));
+    EXPECT_EQ(execution.process, nullptr);
+}
+
 INSTANTIATE_EACH_SYSTEM(Shell);
 
-TEST(FakeShell, whatMovesWindowsIsInTheLog)
+TEST(FakeDesktop, whatMovesWindowsIsInTheLog)
 {
     Fakes::FakePlatform fake;
-    const Platform::WindowHandle window = Fakes::FakeShell::windowNumber(7);
-    fake.shell.foreground = Fakes::FakeShell::windowNumber(9);
-    fake.shell.windowThreads[fake.shell.foreground] = 5;
-    EXPECT_EQ(fake.shell.windowThread(fake.shell.foregroundWindow()), 5u);
-    fake.shell.attachThreadInput(5, 1, true);
-    fake.shell.setWindowPosition(window, nullptr, 67);
-    fake.shell.setForegroundWindow(window);
-    fake.shell.attachThreadInput(5, 1, false);
+    const Platform::WindowHandle window = Fakes::FakeDesktop::windowNumber(7);
+    fake.desktop.foreground = Fakes::FakeDesktop::windowNumber(9);
+    fake.desktop.windows[fake.desktop.foreground] = {5};
+    EXPECT_EQ(fake.desktop.windowThread(fake.desktop.foregroundWindow()), 5u);
+    fake.desktop.attachThreadInput(5, 1, true);
+    fake.desktop.setWindowPosition(window, nullptr, 67);
+    fake.desktop.setForegroundWindow(window);
+    fake.desktop.attachThreadInput(5, 1, false);
     EXPECT_EQ(fake.log.calls(), (std::vector<std::wstring>{L"foregroundWindow", L"windowThread 9",
                                                            L"attachThreadInput 5 1 attach", L"setWindowPosition 7 0 67",
                                                            L"setForegroundWindow 7", L"attachThreadInput 5 1 detach"}));

@@ -117,6 +117,16 @@ public:
         queues_[std::this_thread::get_id()].quit = true;
     }
 
+    bool dispatchOne()
+    {
+        std::unique_lock guard(lock_);
+        ThreadQueue& queue = queues_[std::this_thread::get_id()];
+        if (queue.requests.empty())
+            return false;
+        serveOrWait(guard, queue);
+        return true;
+    }
+
     void runLoop()
     {
         std::unique_lock guard(lock_);
@@ -226,6 +236,11 @@ std::intptr_t ThreadMessages::send(WindowHandle window, std::uint32_t message, s
 void ThreadMessages::postQuit()
 {
     state_->postQuit();
+}
+
+bool ThreadMessages::dispatchOne()
+{
+    return state_->dispatchOne();
 }
 
 void ThreadMessages::runLoop()

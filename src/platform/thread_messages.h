@@ -26,6 +26,7 @@ public:
     std::intptr_t send(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
                        std::intptr_t lParam) override;
     void postQuit() override;
+    bool dispatchOne() override;
     void runLoop() override;
 
 private:

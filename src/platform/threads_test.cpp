@@ -109,6 +109,31 @@ TEST_P(Threads, enteringTheApartmentTwiceDoesNoHarm)
         ->wait();
 }
 
+TEST_P(Threads, aThreadBeginsWithTheNormalPriority)
+{
+    int priority = Platform::PriorityErrorReturn;
+    threads().start([&] { priority = threads().priority(threads().currentThread()); })->wait();
+    EXPECT_EQ(priority, Platform::PriorityNormal);
+}
+
+TEST_P(Threads, theFunctionOfTheCurrentThreadIsNoThread)
+{
+    EXPECT_EQ(threads().priority(threads().currentThreadFunction()), Platform::PriorityErrorReturn);
+    EXPECT_FALSE(threads().setPriority(threads().currentThreadFunction(), Platform::PriorityHighest));
+}
+
+TEST_P(Threads, whatIsNoPriorityIsNotSet)
+{
+    threads()
+        .start(
+            [&]
+            {
+                EXPECT_FALSE(threads().setPriority(threads().currentThread(), Platform::PriorityErrorReturn));
+                EXPECT_EQ(threads().priority(threads().currentThread()), Platform::PriorityNormal);
+            })
+        ->wait();
+}
+
 INSTANTIATE_EACH_SYSTEM(Threads);
 
 TEST(NativeThreads, timeIsWallClockTimeInSeconds)

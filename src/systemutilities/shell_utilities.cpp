@@ -1,5 +1,6 @@
 #include "systemutilities/shell_utilities.h"
 
+#include "platform/desktop.h"
 #include "platform/modules.h"
 #include "platform/platform.h"
 #include "platform/shell.h"
@@ -47,14 +48,15 @@ bool isVistaOrLater()
 
 void ForceForegroundWindow(Platform::WindowHandle window)
 {
-    const Platform::WindowHandle foreground = shell().foregroundWindow();
-    const std::uint32_t owner = shell().windowThread(foreground);
+    Platform::Desktop& desktop = Platform::platform().desktop;
+    const Platform::WindowHandle foreground = desktop.foregroundWindow();
+    const std::uint32_t owner = desktop.windowThread(foreground);
     const std::uint32_t self = Platform::platform().threads.currentThreadId();
-    shell().attachThreadInput(owner, self, true);
-    shell().setWindowPosition(window, nullptr, ShowInPlace);
-    shell().setWindowPosition(foreground, window, KeepSizeAndPlace);
-    shell().setForegroundWindow(window);
-    shell().attachThreadInput(owner, self, false);
+    desktop.attachThreadInput(owner, self, true);
+    desktop.setWindowPosition(window, nullptr, ShowInPlace);
+    desktop.setWindowPosition(foreground, window, KeepSizeAndPlace);
+    desktop.setForegroundWindow(window);
+    desktop.attachThreadInput(owner, self, false);
 }
 
 std::wstring compactPath(const std::wstring& path, unsigned maximum)

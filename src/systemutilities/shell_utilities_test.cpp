@@ -104,7 +104,8 @@ TEST_F(ShellUtilitiesTest, aPathThatTheSystemCannotResolveIsEmpty)
         std::wstring combinePath(const std::wstring&, const std::wstring&) override { return {}; }
     };
     FailingShell shell(platform.log, L'\\');
-    Platform::System system{platform.modules, platform.threads, platform.messages, platform.messageBoxes, shell, L'\\'};
+    Platform::System system{platform.modules, platform.threads,   platform.messages, platform.messageBoxes, shell,
+                            platform.handles, platform.processes, platform.desktop,  platform.files,        L'\\'};
     Platform::setPlatform(&system);
     EXPECT_EQ(ResolveRelativePath(L"sub\\b.dll", L"C:\\base"), L"");
     Platform::setPlatform(&platform.system());
@@ -162,9 +163,9 @@ TEST_F(ShellUtilitiesTest, compactPathKeepsTheFileName)
 
 TEST_F(ShellUtilitiesTest, forcingAWindowToTheFrontBorrowsTheForegroundThread)
 {
-    const auto window = Fakes::FakeShell::windowNumber(7);
-    platform.shell.foreground = Fakes::FakeShell::windowNumber(9);
-    platform.shell.windowThreads[platform.shell.foreground] = 40;
+    const auto window = Fakes::FakeDesktop::windowNumber(7);
+    platform.desktop.foreground = Fakes::FakeDesktop::windowNumber(9);
+    platform.desktop.windows[platform.desktop.foreground] = {40};
     const std::wstring self = std::to_wstring(platform.threads.currentThreadId());
     ForceForegroundWindow(window);
     EXPECT_EQ(platform.log.calls(),

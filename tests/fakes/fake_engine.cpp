@@ -148,7 +148,7 @@ bool FakeEngine::workOn(EngineFile& file, const EngineCallbacks& callbacks)
     }
     const bool goOn = callbacks.progress->OnFileProgress(file.size / 2, file.size) != 0 &&
                       callbacks.progress->OnFileProgress(file.size, file.size) != 0;
-    callbacks.overall->OnFileFinished(nullptr, nullptr, goOn ? 0 : Failed);
+    callbacks.overall->OnFileFinished(nullptr, goOn ? file.text.c_str() : L"Cancelled.", goOn ? 0 : Failed);
     return goOn;
 }
 

@@ -31,6 +31,8 @@ struct EngineFile
     int failures = 0;
     /// The password, or the path of the key file, that a decryption needs; empty for a file that is not encrypted.
     std::wstring secret{};
+    /// What is reported at its end when it succeeds.
+    std::wstring text{};
 };
 
 struct EngineKeyFile

@@ -9,7 +9,8 @@
 namespace Fakes
 {
 
-/// A list in memory. `Release` is logged and ends a list that was made with `new`.
+/// A list in memory. `Release` is logged and ends a list that was made with `new`; what is added to such a list is
+/// logged, too, as "list.Add(path)".
 class FakeFileList final : public VaultCore::IFileList
 {
 public:
@@ -23,7 +24,12 @@ public:
             delete this;
     }
 
-    void Add(const wchar_t* path) override { entries_.emplace_back(path); }
+    void Add(const wchar_t* path) override
+    {
+        entries_.emplace_back(path);
+        if (owned_)
+            log_.add(std::wstring(L"list.Add(") + path + L")");
+    }
     void notCalled1() override { log_.add(L"list.notCalled1"); }
     int GetCount() override { return static_cast<int>(entries_.size()); }
 

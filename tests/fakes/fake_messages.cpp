@@ -41,6 +41,15 @@ void FakeMessages::postQuit()
     ThreadMessages::postQuit();
 }
 
+bool FakeMessages::dispatchOne()
+{
+    if (waiting == 0)
+        return ThreadMessages::dispatchOne();
+    log_.add(L"dispatch");
+    --waiting;
+    return true;
+}
+
 void FakeMessages::runLoop()
 {
     log_.add(L"runLoop");

@@ -21,7 +21,11 @@ public:
     std::intptr_t send(Platform::WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
                        std::intptr_t lParam) override;
     void postQuit() override;
+    bool dispatchOne() override;
     void runLoop() override;
+
+    /// Posted messages that wait for the one thread of a test; each is logged as "dispatch" when it is taken.
+    int waiting = 0;
 
     /// While true, `registerClass` gives false. Set it while no other thread runs.
     bool failRegisterClass = false;

@@ -1,9 +1,13 @@
 #pragma once
 
 #include "fakes/fake_call_log.h"
+#include "fakes/fake_desktop.h"
+#include "fakes/fake_files.h"
+#include "fakes/fake_handles.h"
 #include "fakes/fake_message_boxes.h"
 #include "fakes/fake_messages.h"
 #include "fakes/fake_modules.h"
+#include "fakes/fake_processes.h"
 #include "fakes/fake_shell.h"
 #include "fakes/fake_threads.h"
 #include "platform/platform.h"
@@ -17,7 +21,9 @@ class FakePlatform
 {
 public:
     explicit FakePlatform(wchar_t separator = L'\\')
-        : shell(log, separator), system_{modules, threads, messages, messageBoxes, shell, separator}
+        : shell(log, separator),
+          files(log, handles, separator), system_{modules, threads,   messages, messageBoxes, shell,
+                                                  handles, processes, desktop,  files,        separator}
     {
         Platform::setPlatform(&system_);
     }
@@ -33,6 +39,10 @@ public:
     FakeMessages messages{log};
     FakeMessageBoxes messageBoxes{log};
     FakeShell shell;
+    FakeHandles handles{log, threads, messages};
+    FakeProcesses processes{log, threads, handles};
+    FakeDesktop desktop{log};
+    FakeFiles files;
 
 private:
     Platform::System system_;

@@ -12,11 +12,6 @@ namespace
 
 constexpr std::uint32_t CompactLength = 1024;
 
-std::wstring number(Platform::WindowHandle window)
-{
-    return std::to_wstring(reinterpret_cast<std::uintptr_t>(window));
-}
-
 } // namespace
 
 std::wstring FakeShell::combinePath(const std::wstring& folder, const std::wstring& file)
@@ -35,34 +30,17 @@ bool FakeShell::deleteFile(const std::wstring& path)
     return files.erase(path) > 0;
 }
 
-Platform::WindowHandle FakeShell::foregroundWindow()
+std::intptr_t FakeShell::findExecutable(const std::wstring& file, std::wstring& found)
 {
-    log_.add(L"foregroundWindow");
-    return foreground;
+    log_.add(L"findExecutable " + file);
+    found = executable;
+    return findResult;
 }
 
-std::uint32_t FakeShell::windowThread(Platform::WindowHandle window)
+bool FakeShell::execute(Platform::ShellExecution& execution)
 {
-    log_.add(L"windowThread " + number(window));
-    const auto found = windowThreads.find(window);
-    return found == windowThreads.end() ? 0 : found->second;
-}
-
-void FakeShell::attachThreadInput(std::uint32_t from, std::uint32_t to, bool attach)
-{
-    log_.add(L"attachThreadInput " + std::to_wstring(from) + L' ' + std::to_wstring(to) +
-             (attach ? L" attach" : L" detach"));
-}
-
-void FakeShell::setWindowPosition(Platform::WindowHandle window, Platform::WindowHandle insertAfter,
-                                  std::uint32_t flags)
-{
-    log_.add(L"setWindowPosition " + number(window) + L' ' + number(insertAfter) + L' ' + std::to_wstring(flags));
-}
-
-void FakeShell::setForegroundWindow(Platform::WindowHandle window)
-{
-    log_.add(L"setForegroundWindow " + number(window));
+    log_.add(L"execute " + execution.file + L" in " + execution.directory);
+    return onExecute && onExecute(execution);
 }
 
 } // namespace Fakes

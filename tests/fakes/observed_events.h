@@ -3,6 +3,7 @@
 #include "fakes/fake_platform.h"
 
 #include <memory>
+#include <stdexcept>
 #include <utility>
 
 namespace Fakes
@@ -39,8 +40,14 @@ class ObservedEventThreads final : public FakeThreads
 public:
     explicit ObservedEventThreads(CallLog& log) : FakeThreads(log), log_(log) {}
 
+    /// How many events can still be made; the one behind them throws. A number below 0 for any number.
+    int eventsLeft = -1;
+
     std::unique_ptr<Platform::Event> createEvent() override
     {
+        if (eventsLeft == 0)
+            throw std::runtime_error("no event left");
+        --eventsLeft;
         return std::make_unique<ObservedEvent>(log_, FakeThreads::createEvent());
     }
 
@@ -54,8 +61,11 @@ class ObservedEvents
 {
 public:
     explicit ObservedEvents(FakePlatform& platform)
-        : platform_(platform), threads(platform.log), system_{platform.modules,      threads,        platform.messages,
-                                                              platform.messageBoxes, platform.shell, L'\\'}
+        : platform_(platform), threads(platform.log), system_{platform.modules,   threads,
+                                                              platform.messages,  platform.messageBoxes,
+                                                              platform.shell,     platform.handles,
+                                                              platform.processes, platform.desktop,
+                                                              platform.files,     L'\\'}
     {
         Platform::setPlatform(&system_);
     }

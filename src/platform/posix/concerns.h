@@ -1,8 +1,12 @@
 #pragma once
 
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "platform/handles.h"
 #include "platform/message_box.h"
 #include "platform/messages.h"
 #include "platform/modules.h"
+#include "platform/processes.h"
 #include "platform/shell.h"
 #include "platform/threads.h"
 
@@ -20,6 +24,10 @@ Threads& posixThreads();
 Messages& posixMessages();
 MessageBoxes& posixMessageBoxes();
 Shell& posixShell();
+Handles& posixHandles();
+Processes& posixProcesses();
+Desktop& posixDesktop();
+Files& posixFiles();
 
 /// Message boxes on a terminal, which outlives them.
 std::unique_ptr<MessageBoxes> terminalMessageBoxes(Terminal& terminal);

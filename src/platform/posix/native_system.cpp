@@ -7,7 +7,8 @@ namespace Platform
 
 System& nativeSystem()
 {
-    static System system{posixModules(), posixThreads(), posixMessages(), posixMessageBoxes(), posixShell(), L'/'};
+    static System system{posixModules(), posixThreads(),   posixMessages(), posixMessageBoxes(), posixShell(),
+                         posixHandles(), posixProcesses(), posixDesktop(),  posixFiles(),        L'/'};
     return system;
 }
 

@@ -88,8 +88,25 @@ public:
     {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     }
+    std::uint32_t tickCount() override
+    {
+        const auto now = std::chrono::steady_clock::now().time_since_epoch();
+        return static_cast<std::uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+    }
     std::int64_t time() override { return std::time(nullptr); }
     void enterMultithreadedApartment() override {}
+
+    // A thread cannot be raised above the others without a privilege, so every one has the normal priority.
+    ThreadReference currentThread() override { return this; }
+    ThreadReference currentThreadFunction() override { return nullptr; }
+    int priority(ThreadReference thread) override
+    {
+        return thread == currentThread() ? PriorityNormal : PriorityErrorReturn;
+    }
+    bool setPriority(ThreadReference thread, int priority) override
+    {
+        return thread == currentThread() && priority == PriorityNormal;
+    }
 };
 
 } // namespace

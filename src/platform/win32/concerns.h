@@ -1,8 +1,12 @@
 #pragma once
 
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "platform/handles.h"
 #include "platform/message_box.h"
 #include "platform/messages.h"
 #include "platform/modules.h"
+#include "platform/processes.h"
 #include "platform/shell.h"
 #include "platform/threads.h"
 
@@ -16,5 +20,9 @@ Threads& win32Threads();
 Messages& win32Messages();
 MessageBoxes& win32MessageBoxes();
 Shell& win32Shell();
+Handles& win32Handles();
+Processes& win32Processes();
+Desktop& win32Desktop();
+Files& win32Files();
 
 } // namespace Platform

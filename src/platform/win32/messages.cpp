@@ -76,6 +76,16 @@ public:
 
     void postQuit() override { PostQuitMessage(0); }
 
+    bool dispatchOne() override
+    {
+        MSG message{};
+        if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            return false;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+        return true;
+    }
+
     void runLoop() override
     {
         MSG message{};

@@ -7,7 +7,8 @@ namespace Platform
 
 System& nativeSystem()
 {
-    static System system{win32Modules(), win32Threads(), win32Messages(), win32MessageBoxes(), win32Shell(), L'\\'};
+    static System system{win32Modules(), win32Threads(),   win32Messages(), win32MessageBoxes(), win32Shell(),
+                         win32Handles(), win32Processes(), win32Desktop(),  win32Files(),        L'\\'};
     return system;
 }
 

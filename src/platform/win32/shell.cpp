@@ -17,15 +17,15 @@ namespace
 
 constexpr std::uint32_t BufferLength = 1024;
 
+static_assert(sizeof(SHELLEXECUTEINFOW) == 60);
+static_assert(ExecuteKeepProcess == SEE_MASK_NOCLOSEPROCESS && ExecuteWaitForDde == SEE_MASK_FLAG_DDEWAIT &&
+              ExecuteWithoutBox == SEE_MASK_FLAG_NO_UI);
+static_assert(ShowNormal == SW_SHOWNORMAL && MaxPath == MAX_PATH);
+
 struct LocalFreeDeleter
 {
     void operator()(void* memory) const { LocalFree(memory); }
 };
-
-HWND windowOf(WindowHandle handle)
-{
-    return static_cast<HWND>(handle);
-}
 
 class Win32Shell : public Shell
 {
@@ -70,24 +70,26 @@ public:
 
     bool deleteFile(const std::wstring& path) override { return DeleteFileW(path.c_str()); }
 
-    WindowHandle foregroundWindow() override { return GetForegroundWindow(); }
-
-    std::uint32_t windowThread(WindowHandle window) override
+    std::intptr_t findExecutable(const std::wstring& file, std::wstring& executable) override
     {
-        return GetWindowThreadProcessId(windowOf(window), nullptr);
+        std::array<wchar_t, MaxPath> buffer{};
+        const HINSTANCE result = FindExecutableW(file.c_str(), nullptr, buffer.data());
+        executable.assign(buffer.data(), wcsnlen(buffer.data(), MaxPath));
+        return reinterpret_cast<std::intptr_t>(result);
     }
 
-    void attachThreadInput(std::uint32_t from, std::uint32_t to, bool attach) override
+    bool execute(ShellExecution& execution) override
     {
-        AttachThreadInput(from, to, attach);
+        SHELLEXECUTEINFOW information{};
+        information.cbSize = execution.size;
+        information.fMask = execution.mask;
+        information.lpFile = execution.file.c_str();
+        information.lpDirectory = execution.directory.c_str();
+        information.nShow = execution.show;
+        const bool done = ShellExecuteExW(&information);
+        execution.process = information.hProcess;
+        return done;
     }
-
-    void setWindowPosition(WindowHandle window, WindowHandle insertAfter, std::uint32_t flags) override
-    {
-        SetWindowPos(windowOf(window), windowOf(insertAfter), 0, 0, 0, 0, flags);
-    }
-
-    void setForegroundWindow(WindowHandle window) override { SetForegroundWindow(windowOf(window)); }
 };
 
 } // namespace

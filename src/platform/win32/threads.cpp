@@ -68,11 +68,18 @@ public:
     std::unique_ptr<Event> createEvent() override { return std::make_unique<Win32Event>(); }
     std::uint32_t currentThreadId() override { return GetCurrentThreadId(); }
     void sleep(std::uint32_t milliseconds) override { Sleep(milliseconds); }
+    std::uint32_t tickCount() override { return GetTickCount(); }
     std::int64_t time() override { return secondsSince1970(); }
     void enterMultithreadedApartment() override { CoInitializeEx(nullptr, COINIT_MULTITHREADED); }
+
+    ThreadReference currentThread() override { return GetCurrentThread(); }
+    ThreadReference currentThreadFunction() override { return reinterpret_cast<ThreadReference>(&GetCurrentThread); }
+    int priority(ThreadReference thread) override { return GetThreadPriority(thread); }
+    bool setPriority(ThreadReference thread, int priority) override { return SetThreadPriority(thread, priority); }
 };
 
 static_assert(COINIT_MULTITHREADED == 0);
+static_assert(PriorityHighest == THREAD_PRIORITY_HIGHEST && PriorityErrorReturn == THREAD_PRIORITY_ERROR_RETURN);
 
 } // namespace
 

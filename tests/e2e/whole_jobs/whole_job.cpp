@@ -1,6 +1,7 @@
 #include "whole_jobs/whole_job.h"
 
 #include "jobprocess/program.h"
+#include "platform/messages.h"
 #include "platform/utf8.h"
 #include "vaultcore/keymaker/key_maker.h"
 #include "windows/framework/view_factory.h"
@@ -39,8 +40,16 @@ std::unique_ptr<JobRunner::IFileErrorWindowView> PlayedViews::createFileErrorWin
 }
 
 WholeJob::WholeJob()
-    : system_{modules_, Platform::nativeSystem().threads,  Platform::nativeSystem().messages, boxes,
-              shell_,   Platform::nativeSystem().separator}
+    : system_{modules_,
+              Platform::nativeSystem().threads,
+              Platform::nativeSystem().messages,
+              boxes,
+              shell_,
+              Platform::nativeSystem().handles,
+              Platform::nativeSystem().processes,
+              Platform::nativeSystem().desktop,
+              Platform::nativeSystem().files,
+              Platform::nativeSystem().separator}
 {
     Platform::setPlatform(&system_);
     JobRunner::setViewFactory(&views);

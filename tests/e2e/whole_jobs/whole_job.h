@@ -57,18 +57,11 @@ public:
         return native_.compactPath(path, size);
     }
     bool deleteFile(const std::wstring& path) override { return native_.deleteFile(path); }
-    Platform::WindowHandle foregroundWindow() override { return native_.foregroundWindow(); }
-    std::uint32_t windowThread(Platform::WindowHandle window) override { return native_.windowThread(window); }
-    void attachThreadInput(std::uint32_t from, std::uint32_t to, bool attach) override
+    std::intptr_t findExecutable(const std::wstring& file, std::wstring& executable) override
     {
-        native_.attachThreadInput(from, to, attach);
+        return native_.findExecutable(file, executable);
     }
-    void setWindowPosition(Platform::WindowHandle window, Platform::WindowHandle insertAfter,
-                           std::uint32_t flags) override
-    {
-        native_.setWindowPosition(window, insertAfter, flags);
-    }
-    void setForegroundWindow(Platform::WindowHandle window) override { native_.setForegroundWindow(window); }
+    bool execute(Platform::ShellExecution& execution) override { return native_.execute(execution); }
 
 private:
     Platform::Shell& native_ = Platform::nativeSystem().shell;
