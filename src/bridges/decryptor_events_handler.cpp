@@ -1,5 +1,6 @@
 #include "bridges/decryptor_events_handler.h"
 
+#include "bridges/dc_decryptor_password_provider.h"
 #include "interfaces/vaultcore/decryptor.h"
 #include "interfaces/vaultcore/events.h"
 #include "windows/progress/i_progress_window_view.h"
@@ -18,6 +19,12 @@ void DecryptorEventsHandler::AttachDecryptionEvents(VaultCore::IDecryptionEvents
     AttachEvents(events, OperationDecrypt);
     provider_->setDeletesOriginals(options->GetMode() != 0);
     events->SetPasswordProvider(provider_.get());
+}
+
+void DecryptorEventsHandler::exchangeProvider(ProgressWindow* window, IGuiEvents* gui)
+{
+    provider_.reset();
+    provider_ = makePasswordProvider<DcDecryptorPasswordProvider>(window, gui);
 }
 
 } // namespace JobRunner

@@ -22,6 +22,14 @@ public:
     /// `AttachEvents` for a decryption. The mode of `options` has to be set; it is read here.
     virtual void AttachDecryptionEvents(VaultCore::IDecryptionEvents* events, VaultCore::IDecryptionOptions* options);
 
+    /// What the user entered, to be read after the engine has finished.
+    const PasswordProviderHandler& provider() const { return *provider_; }
+
+protected:
+    /// Puts a `DcDecryptorPasswordProvider` in the place of the provider, which goes first. For the constructor of a
+    /// derived handler.
+    void exchangeProvider(ProgressWindow* window, IGuiEvents* gui);
+
 private:
     PasswordProviderPtr provider_;
 };

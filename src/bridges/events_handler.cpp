@@ -1,5 +1,6 @@
 #include "bridges/events_handler.h"
 
+#include "bridges/dcd_progress_handler.h"
 #include "bridges/file_conflict_events_handler.h"
 #include "bridges/progress_events_handler.h"
 
@@ -19,6 +20,12 @@ void EventsHandler::AttachEvents(VaultCore::IOperationEvents* events, int operat
     progress_->AttachProgress(events, operation);
     conflict_->setOperation(operation);
     events->SetFileConflictEvents(conflict_.get());
+}
+
+void EventsHandler::exchangeProgress(ProgressWindow* window)
+{
+    progress_.reset();
+    progress_ = std::make_unique<DcdProgressHandler>(window);
 }
 
 } // namespace JobRunner

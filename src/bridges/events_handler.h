@@ -32,6 +32,11 @@ public:
     /// Results of the job, to be read after the engine has finished.
     const ProgressEventsHandler& progress() const { return *progress_; }
 
+protected:
+    /// Puts a `DcdProgressHandler` in the place of the progress bridge, which goes first. For the constructor of a
+    /// derived handler.
+    void exchangeProgress(ProgressWindow* window);
+
 private:
     std::unique_ptr<ProgressEventsHandler> progress_;
     std::unique_ptr<FileConflictEventsHandler> conflict_;

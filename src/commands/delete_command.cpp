@@ -25,6 +25,11 @@ DeleteCommand::DeleteCommand(ReleasePtr<ZelPlatform::IJobRunnerDocument> documen
 {
 }
 
+DeleteCommand::DeleteCommand(IGuiEvents* gui, EventTrackerPtr tracker)
+    : Command(nullptr, gui), handler_(std::make_unique<EventsHandler>(&progress_, gui)), tracker_(std::move(tracker))
+{
+}
+
 DeleteCommand::~DeleteCommand()
 {
     // Ahead of the other members: the bridges point at the window.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commands/command.h"
+#include "interfaces/vaultcore/deleter.h"
 #include "telemetry/i_event_tracker.h"
 #include "windows/progress/progress_window.h"
 
@@ -23,6 +24,9 @@ public:
     void Run() override;
 
 protected:
+    /// Without a document: a wipe, of a list that the derived command sets before it runs.
+    DeleteCommand(IGuiEvents* gui, Halden::ZEL::Telemetry::EventTrackerPtr tracker);
+
     /// True when the user wants it. Job thread.
     virtual bool ConfirmDeletion();
 
@@ -31,11 +35,12 @@ private:
     void runEngine();
     void trackResults();
 
-    ZelPlatform::IDeleterThreadDocument* deletion_; ///< the document's other side
+protected:
+    ZelPlatform::IDeleterThreadDocument* deletion_ = nullptr; ///< the document's other side
     ProgressWindow progress_;
     std::unique_ptr<EventsHandler> handler_;
-    VaultCore::IFileList* files_; ///< owned by the document
-    std::uint32_t method_;
+    VaultCore::IFileList* files_ = nullptr; ///< not owned
+    std::uint32_t method_ = VaultCore::DeletionMethodWipe;
     Halden::ZEL::Telemetry::EventTrackerPtr tracker_;
 };
 

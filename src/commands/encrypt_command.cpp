@@ -39,6 +39,11 @@ EncryptCommand::EncryptCommand(ReleasePtr<ZelPlatform::IJobRunnerDocument> docum
 {
 }
 
+EncryptCommand::EncryptCommand(IGuiEvents* gui, EventTrackerPtr tracker)
+    : Command(nullptr, gui), handler_(std::make_unique<EventsHandler>(&progress_, gui)), tracker_(std::move(tracker))
+{
+}
+
 EncryptCommand::~EncryptCommand()
 {
     // Ahead of the other members: the bridges point at the window.
@@ -72,9 +77,16 @@ std::wstring EncryptCommand::GetExtraText()
     return encryption_->GetExtraText();
 }
 
+EncryptCommand::Parameters EncryptCommand::startingValues()
+{
+    if (!encryption_)
+        return {L"", L"", 0, VaultCore::DestinyKeep, L""};
+    return {L"", L"", encryption_->GetAlgorithm(), encryption_->GetDestiny(), L""};
+}
+
 bool EncryptCommand::PrepareEncryption(VaultCore::IEncryptionOptions& options)
 {
-    Parameters parameters{L"", L"", encryption_->GetAlgorithm(), encryption_->GetDestiny(), L""};
+    Parameters parameters = startingValues();
     if (!GetEncryptionParameters(parameters.password, parameters.keyFile, parameters.algorithm, parameters.destiny,
                                  parameters.riddle))
         return false;

@@ -30,6 +30,10 @@ public:
     void Run() override;
 
 protected:
+    /// Without a document: algorithm and destiny start at 0, and the derived command sets a list before it runs and
+    /// has an extra text of its own.
+    EncryptCommand(IGuiEvents* gui, Halden::ZEL::Telemetry::EventTrackerPtr tracker);
+
     /// Asks the user. Algorithm and destiny come with their starting values; a key file that is not empty wins over
     /// the password. False when there is nothing to do. Job thread.
     virtual bool GetEncryptionParameters(std::wstring& password, std::wstring& keyFile, std::uint32_t& algorithm,
@@ -40,17 +44,19 @@ protected:
 private:
     struct Parameters;
 
+    Parameters startingValues();
     /// False when the engine is not to run.
     bool PrepareEncryption(VaultCore::IEncryptionOptions& options);
     bool setKey(VaultCore::IFactory& factory, VaultCore::IEncryptionOptions& options, const Parameters& parameters);
     void trackParameters(VaultCore::IFactory& factory, const Parameters& parameters);
 
 protected:
-    /// The document's other side; null for a document that is only self-extracting, and then not used.
-    ZelPlatform::IEncryptorThreadDocument* encryption_;
+    /// The document's other side; null without a document, and for one that is only self-extracting, where it is not
+    /// used.
+    ZelPlatform::IEncryptorThreadDocument* encryption_ = nullptr;
     std::unique_ptr<EventsHandler> handler_;
     ProgressWindow progress_;
-    VaultCore::IFileList* files_; ///< owned by the document
+    VaultCore::IFileList* files_ = nullptr; ///< not owned
     Halden::ZEL::Telemetry::EventTrackerPtr tracker_;
 };
 

@@ -1,5 +1,6 @@
 #include "bridges/module_factories.h"
 #include "commands/command.h"
+#include "commands/dc_decrypt_command.h"
 #include "commands/decrypt_command.h"
 #include "commands/delete_command.h"
 #include "commands/encrypt_command.h"
@@ -26,7 +27,6 @@ struct JobKind
 {
     bool (IJobRunnerDocument::*isKind)();
     const wchar_t* label;
-    /// Null for a kind that this program has no command for.
     std::unique_ptr<Command> (*create)(Document, IGuiEvents*, EventTrackerPtr);
 };
 
@@ -41,7 +41,8 @@ const JobKind Kinds[] = {
     {&IJobRunnerDocument::IsEncryption, UsageEvent::OperationEncryption, create<EncryptCommand>},
     {&IJobRunnerDocument::IsSfxEncryption, UsageEvent::OperationSfxEncryption, create<EncryptSfxCommand>},
     {&IJobRunnerDocument::IsDecryption, UsageEvent::OperationDecryption, create<DecryptCommand>},
-    {&IJobRunnerDocument::IsDoubleClickDecryption, UsageEvent::OperationDoubleClickDecryption, nullptr},
+    {&IJobRunnerDocument::IsDoubleClickDecryption, UsageEvent::OperationDoubleClickDecryption,
+     create<DcDecryptCommand>},
     {&IJobRunnerDocument::IsWipe, UsageEvent::OperationWipe, create<DeleteCommand>},
 };
 
@@ -65,8 +66,6 @@ std::unique_ptr<Command> MainThread::CreateCommand()
         if (!(*document.*kind.isKind)())
             continue;
         tracker_->TrackViewEvent(ProcessTag, kind.label, NoEventValue);
-        if (!kind.create)
-            break;
         return kind.create(std::move(document), this, tracker_);
     }
     throw Exception{L"Unknown type of the thread operation in configuration file"};

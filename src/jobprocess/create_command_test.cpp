@@ -88,7 +88,7 @@ struct Kind
     Calls firstView;
 };
 
-/// In the order of the questions. The double-click kind has no command.
+/// In the order of the questions.
 const std::vector<Kind> Kinds{
     {&Fakes::JobAnswers::encryption,
      L"getxml_set_operation_encryption",
@@ -99,7 +99,9 @@ const std::vector<Kind> Kinds{
     {&Fakes::JobAnswers::decryption,
      L"getxml_set_operation_decryption",
      {L"TrackView(jobrunner/decryption, Decryption Thread (JobRunner))"}},
-    {&Fakes::JobAnswers::doubleClickDecryption, L"getxml_set_operation_dblclk_decryption", {}},
+    {&Fakes::JobAnswers::doubleClickDecryption,
+     L"getxml_set_operation_dblclk_decryption",
+     {L"TrackView(jobrunner/dblclk, Double Click File Thread (JobRunner))"}},
     {&Fakes::JobAnswers::wipe, L"getxml_set_operation_wipe", {L"TrackView(jobrunner/wipe, Wipe Thread (JobRunner))"}}};
 
 class AJobOfSeveralKinds : public AJob, public testing::WithParamInterface<std::size_t>
@@ -108,6 +110,7 @@ class AJobOfSeveralKinds : public AJob, public testing::WithParamInterface<std::
 
 TEST_P(AJobOfSeveralKinds, isOfTheFirstInOrder)
 {
+    job.files = {L"a.zel"};
     for (std::size_t index = GetParam(); index < Kinds.size(); ++index)
         job.*Kinds[index].says = true;
     run();
@@ -119,13 +122,64 @@ TEST_P(AJobOfSeveralKinds, isOfTheFirstInOrder)
 
 INSTANTIATE_TEST_SUITE_P(FromEachKindOn, AJobOfSeveralKinds, testing::Range<std::size_t>(0, 5));
 
-TEST_F(AJob, ofAKindWithoutACommandEndsAsAnUnknownOneAfterItsEvent)
+TEST_F(AJob, ofADoubleClickOnSeveralFilesTellsItsKindBeforeItIsRefused)
 {
     job.doubleClickDecryption = true;
-    EXPECT_EQ(run(), L"Unknown type of the thread operation in configuration file");
-    EXPECT_EQ(tracker->calls(), Calls{kindEvent(L"getxml_set_operation_dblclk_decryption")});
-    EXPECT_EQ(count(L"document.Release"), 1U);
+    for (const Calls& files : {Calls{}, Calls{L"a.zel", L"b.zel"}})
+    {
+        job.files = files;
+        system.log.clear();
+        EXPECT_EQ(run(), L"Cannot decrypt file, there is no file in the pattern list");
+        EXPECT_EQ(tracker->calls(), Calls{kindEvent(L"getxml_set_operation_dblclk_decryption")});
+        // The document goes once, with the command that was not made, ahead of its store.
+        const Calls released{L"document.Release", L"store.Release", L"zelplatform.Release"};
+        Calls ends = system.log.calls();
+        std::erase_if(ends, [](const std::wstring& call) { return !call.ends_with(L"Release"); });
+        EXPECT_EQ(ends, released);
+        EXPECT_EQ(count(L"createWindow"), 0U);
+    }
     EXPECT_TRUE(system.shell.files.empty());
+}
+
+TEST_F(AJob, thatDecryptsForADoubleClickAsksAsForADocumentAndEndsAtATextOfTheEngine)
+{
+    job.doubleClickDecryption = true;
+    job.files = {L"a.zel"};
+    engine.files = {{L"a.zel", 1U << 20, 0, L"right", L"C:\\a.txt"}};
+    int mode = 0;
+    views.factory.decryptionUsers = {[&](Fakes::FakeDecryptionPasswordView& view)
+                                     {
+                                         mode = view.fields().mode;
+                                         view.fields().password = L"right";
+                                         view.proceed();
+                                     }};
+    EXPECT_EQ(run(), L"");
+    EXPECT_EQ(mode, 2);
+    EXPECT_EQ(
+        trackedBehindTheKind(),
+        (Calls{L"TrackView(jobrunner/dblclk, Double Click File Thread (JobRunner))",
+               L"TrackView(jobrunner/dblclk/decrypt, Decrypt (DblClk in JobRunner))",
+               L"TrackViewEvent(execute, , none)", L"TrackView(jobrunner/decryption, Decryption Thread (JobRunner))",
+               L"TrackEvent(winzel decryption usage statistics, processed_file_count, , 1)",
+               L"TrackEvent(winzel decryption usage statistics, failed_file_count, , 0)",
+               L"TrackEvent(winzel decryption usage statistics, processed_total_size_mb, , 1)",
+               L"TrackViewEvent(not_succeeded, , none)"}));
+    EXPECT_EQ(engine.liveObjects(), 0);
+    EXPECT_EQ(count(L"document.Release"), 1U);
+}
+
+TEST_F(AJob, ofADoubleClickTellsOfADocumentWithoutAnApplicationOnTheThreadOfTheJob)
+{
+    job.doubleClickDecryption = true;
+    job.files = {L"a.zel"};
+    engine.files = {{L"a.zel", 1U << 20}};
+    std::uint32_t boxThread = 0;
+    system.messageBoxes.whileShown = [&] { boxThread = system.threads.currentThreadId(); };
+    EXPECT_EQ(run(), L"");
+    EXPECT_EQ(system.messageBoxes.boxes().size(), 1U);
+    EXPECT_NE(boxThread, 0U);
+    EXPECT_NE(boxThread, system.threads.currentThreadId());
+    EXPECT_EQ(count(L"postQuit"), 1U);
 }
 
 TEST_F(AJob, thatEncryptsAsksOnTheFirstThreadAndReportsWhatTheUserChose)

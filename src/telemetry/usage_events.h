@@ -28,6 +28,17 @@ inline constexpr const wchar_t* Decryption = L"decryption";
 inline constexpr const wchar_t* DecryptionTitle = L"Decryption Thread (JobRunner)";
 inline constexpr const wchar_t* Wipe = L"wipe";
 inline constexpr const wchar_t* WipeTitle = L"Wipe Thread (JobRunner)";
+inline constexpr const wchar_t* DoubleClick = L"dblclk";
+inline constexpr const wchar_t* DoubleClickTitle = L"Double Click File Thread (JobRunner)";
+/// Third segments, behind the one of the double-click job: its steps.
+inline constexpr const wchar_t* DecryptStep = L"decrypt";
+inline constexpr const wchar_t* DecryptStepTitle = L"Decrypt (DblClk in JobRunner)";
+inline constexpr const wchar_t* OpenStep = L"openandwait";
+inline constexpr const wchar_t* OpenStepTitle = L"Open and Wait (DblClk in JobRunner)";
+inline constexpr const wchar_t* CleanStep = L"clean";
+inline constexpr const wchar_t* CleanStepTitle = L"Clean (DblClk in JobRunner)";
+inline constexpr const wchar_t* ReencryptStep = L"encrypt";
+inline constexpr const wchar_t* ReencryptStepTitle = L"Re-encrypt (DblClk in JobRunner)";
 /// Third segment, behind the one of the encryption that asks.
 inline constexpr const wchar_t* PasswordWindow = L"passwordwnd";
 inline constexpr const wchar_t* PasswordWindowTitle = L"Enter Password Window";
@@ -87,6 +98,15 @@ inline constexpr const wchar_t* FileError = L"err_file_error";
 inline constexpr const wchar_t* SetUserActionTry = L"set_user_action_try";
 inline constexpr const wchar_t* SetUserActionSkip = L"set_user_action_skip";
 inline constexpr const wchar_t* SetUserActionAbort = L"set_user_action_abort";
+
+// Actions of the steps of the double-click job.
+inline constexpr const wchar_t* Execute = L"execute";
+inline constexpr const wchar_t* Succeeded = L"succeeded";
+inline constexpr const wchar_t* NotSucceeded = L"not_succeeded";
+inline constexpr const wchar_t* UsedKeyFile = L"used_keyfile";
+inline constexpr const wchar_t* UsedPassword = L"used_password";
+inline constexpr const wchar_t* FileWasModified = L"file_was_modified";
+inline constexpr const wchar_t* FileWasNotModified = L"file_was_not_modified";
 
 } // namespace UsageEvent
 
