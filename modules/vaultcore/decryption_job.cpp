@@ -38,7 +38,7 @@ void DecryptionJob::workOnFile(JobItem& item)
     if (!failure && order_.deletesEncrypted)
         failure = reports_.attempt(item.name, work.targetName, [&] { removeEncrypted(work); });
     job_.list().forgetName(item.info.identity, !failure && order_.deletesEncrypted);
-    reports_.fileFinished(item.name, failure);
+    reports_.fileFinished(item.name, failure, work.resultName);
 }
 
 void DecryptionJob::decrypt(Work& work)
@@ -121,16 +121,19 @@ void DecryptionJob::writeResult(Work& work, IReadFile& file)
     like.created = details.created;
     result->takeOver(like);
     work.result = publish(*result, nameOf(work.target));
+    work.resultName = work.targetName;
 }
 
 /// False when the file is no package.
-bool DecryptionJob::unpackPackage(const Work& work, IReadFile& file)
+bool DecryptionJob::unpackPackage(Work& work, IReadFile& file)
 {
     PackageFileSource source(file);
     if (!isPackage(source))
         return false;
     const PackageWork package{work.name, work.info, targetFolder(work.encrypted), order_.deletesEncrypted};
     decryptPackage(file, package, files_, keys_, reports_);
+    const std::wstring folder = files_.display(package.folder);
+    work.resultName = folder.empty() ? L"./" : folder;
     return true;
 }
 

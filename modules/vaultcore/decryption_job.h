@@ -35,6 +35,8 @@ struct DecryptionOrder
 ///   with a deletion to come, writing counts as the first half and reading back as the second. A progress answer of 0
 ///   stops the job: the temporary file or the result goes and the encrypted file stays. Without a deletion to come, a
 ///   result that stands is kept.
+/// - A file that succeeds is finished with the path of its result as text; a package with that of the folder that its
+///   files are in, which ends with a separator.
 /// - An encrypted file that cannot be removed is asked about like any failure; repeat tries the removal again, and when
 ///   it is given up, both files stay.
 class DecryptionJob final : private IListWork
@@ -56,6 +58,8 @@ private:
         /// Of the target, for the questions; empty before it is known.
         std::wstring targetName;
         FileInfo result;
+        /// Where the result is, once it stands. Never empty then: an empty text would stand for no result.
+        std::wstring resultName;
         /// Of the content, when the result is to be read back.
         std::optional<ContentDigest> digest;
         /// A package has many results, which were read back one by one.
@@ -74,7 +78,7 @@ private:
     void finishResult(Work& work);
     void removeEncrypted(const Work& work);
     void reportPart(const Work& work, std::uint64_t done, bool readingBack);
-    bool unpackPackage(const Work& work, IReadFile& file);
+    bool unpackPackage(Work& work, IReadFile& file);
     void takeBack(const Work& work);
 
     IFileSystem& files_;

@@ -103,6 +103,45 @@ TEST_F(DecryptionJobTest, findsANameThatIsTakenBeforeTheWork)
     EXPECT_EQ(recorder.messages, Log{L"A file with the name of the result exists already; it is not replaced."});
 }
 
+TEST_F(DecryptionJobTest, tellsThePathOfItsResultAtTheEndOfTheFile)
+{
+    const fs::path encrypted = made(put(inside / "a file.txt", "abc"));
+    const fs::path folder = base / "out";
+    fs::create_directory(folder);
+    decrypt({encrypted}, false, folder);
+    decrypt({encrypted}, true);
+    EXPECT_EQ(recorder.texts, (Log{wide(folder / "a file.txt"), wide(inside / "a file.txt")}));
+    EXPECT_EQ(recorder.succeeded, 2);
+}
+
+TEST_F(DecryptionJobTest, tellsTheNameInsideTheFileAndNotTheOneBesideIt)
+{
+    const fs::path encrypted = made(put(inside / "a", "abc"));
+    fs::rename(encrypted, inside / "renamed.zel");
+    decrypt({inside / "renamed.zel"});
+    EXPECT_EQ(recorder.texts, Log{wide(inside / "a")});
+}
+
+TEST_F(DecryptionJobTest, tellsAPathThatIsNeverEmptyForAnEntryInTheCurrentFolder)
+{
+    made(put(inside / "a", "abc"));
+    const CurrentFolder current(inside);
+    decrypt({"a.zel"});
+    ASSERT_EQ(recorder.texts.size(), 1U);
+    EXPECT_NE(recorder.texts[0], L"");
+    EXPECT_EQ(content(fs::path(recorder.texts[0])), "abc");
+}
+
+TEST_F(DecryptionJobTest, tellsTheCauseWhenTheResultStandsButTheEncryptedFileCannotGo)
+{
+    const fs::path encrypted = made(put(inside / "a", "abc"));
+    files.failures["remove a.zel"] = {FailureCause::Denied, 1};
+    decrypt({encrypted}, true);
+    EXPECT_EQ(recorder.texts, Log{L"Access is denied."});
+    EXPECT_EQ(recorder.failed, 1);
+    EXPECT_EQ(content(inside / "a"), "abc");
+}
+
 TEST_F(DecryptionJobTest, deletesTheEncryptedFileInThatModeAlone)
 {
     const fs::path encrypted = made(put(inside / "a", "abc"));

@@ -48,6 +48,27 @@ TEST_F(DeleterTest, removesTheFilesOfTheList)
     EXPECT_EQ(recorder.succeeded, 1);
 }
 
+TEST_F(DeleterTest, ofAListWithOneEmptyEntryReportsAFailedFileAndTouchesNothing)
+{
+    put(inside / "a.txt", "abc");
+    list->Add(L"");
+    for (const std::uint32_t method : {0U, 2U})
+    {
+        const CurrentFolder current(inside);
+        const ReleasePtr<IDeleter> worker(new Deleter(createFileSystem()));
+        options->SetMethod(method);
+        worker->Start(list.get(), options.get(), events.get());
+        while (!worker->IsFinished())
+            std::this_thread::yield();
+        const std::vector<std::wstring> expected{L"operation started", L"built 0 0", L"started ", L"error ", L"failed",
+                                                 L"operation finished"};
+        EXPECT_EQ(recorder.log, expected);
+        recorder.log.clear();
+    }
+    EXPECT_EQ(content(inside / "a.txt"), "abc");
+    EXPECT_EQ(countIn(inside), 1U);
+}
+
 TEST_F(DeleterTest, wipesByMethodTwoAlone)
 {
     for (const std::uint32_t method : {0U, 1U, 2U, 3U})

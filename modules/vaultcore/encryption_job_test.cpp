@@ -24,10 +24,23 @@ TEST_F(EncryptionJobTest, tellsItsStepsInOrderAndKeepsTheSource)
                        L"started a",         L"progress 0/3", L"progress 3/3", L"finished",
                        L"started b",         L"progress 0/0", L"finished",     L"operation finished"};
     EXPECT_EQ(recorder.log, expected);
+    EXPECT_EQ(recorder.texts, (Log{L"", L""}));
     EXPECT_EQ(content(inside / "a"), "abc");
     EXPECT_TRUE(fs::exists(inside / "a.zel"));
     EXPECT_TRUE(fs::exists(inside / "b.zel"));
     EXPECT_EQ(countIn(inside), 4U);
+}
+
+TEST_F(EncryptionJobTest, ofAnEmptyEntryTouchesNothingAndIsAFailedFile)
+{
+    put(inside / "a", "abc");
+    order.destiny = DestinyWipe;
+    const CurrentFolder current(inside);
+    encrypt({""});
+    EXPECT_EQ(recorder.texts, Log{L"The entry does not name a file or folder that can be removed."});
+    EXPECT_EQ(recorder.failed, 1);
+    EXPECT_EQ(content(inside / "a"), "abc");
+    EXPECT_EQ(countIn(inside), 1U);
 }
 
 TEST_F(EncryptionJobTest, tellsALongFileChunkByChunk)

@@ -73,12 +73,13 @@ void JobReports::fileStarted(const std::wstring& name)
         events_.overall->OnFileStarted(name.c_str());
 }
 
-void JobReports::fileFinished(const std::wstring& name, const std::optional<FileFailure>& failure)
+void JobReports::fileFinished(const std::wstring& name, const std::optional<FileFailure>& failure,
+                              const std::wstring& result)
 {
     if (events_.overall == nullptr)
         return;
-    const wchar_t* text = failure ? failure->text().c_str() : L"";
-    events_.overall->OnFileFinished(name.c_str(), text, failure ? failure->code() : 0);
+    const std::wstring& text = failure ? failure->text() : result;
+    events_.overall->OnFileFinished(name.c_str(), text.c_str(), failure ? failure->code() : 0);
 }
 
 bool JobReports::fileProgress(std::uint64_t done, std::uint64_t total)

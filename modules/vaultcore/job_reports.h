@@ -26,7 +26,9 @@ public:
     bool listEntry(std::uint64_t size);
     void listBuilt(std::uint64_t totalSize);
     void fileStarted(const std::wstring& name);
-    void fileFinished(const std::wstring& name, const std::optional<FileFailure>& failure);
+    /// Tells the text of the failure; without one, where the result is: only a decryption tells that.
+    void fileFinished(const std::wstring& name, const std::optional<FileFailure>& failure,
+                      const std::wstring& result = {});
     /// The three: false when the job is stopped.
     bool fileProgress(std::uint64_t done, std::uint64_t total);
     bool destinyProgress(std::uint64_t done, std::uint64_t total);

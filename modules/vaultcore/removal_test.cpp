@@ -32,6 +32,26 @@ TEST_P(RemovalTest, takesAFolderWithAllThatIsInIt)
     EXPECT_EQ(recorder.failed, 0);
 }
 
+TEST_P(RemovalTest, ofAnEmptyEntryTouchesNothingAndIsAFailedFile)
+{
+    put(inside / "a", "text");
+    fs::create_directory(inside / "sub");
+    put(inside / "sub" / "b", "text");
+    {
+        const CurrentFolder current(inside);
+        run({""});
+        recorder.errorAnswer = [] { return FileErrorAbort; };
+        run({"", inside / "a"});
+    }
+    EXPECT_EQ(recorder.messages,
+              std::vector<std::wstring>(2, L"The entry does not name a file or folder that can be removed."));
+    EXPECT_EQ(recorder.succeeded, 0);
+    EXPECT_EQ(recorder.failed, 2);
+    EXPECT_EQ(content(inside / "a"), "text");
+    EXPECT_EQ(content(inside / "sub" / "b"), "text");
+    EXPECT_EQ(countIn(inside), 2U);
+}
+
 TEST_P(RemovalTest, takesAFolderWithATrailingSeparator)
 {
     put(inside / "file", "text");

@@ -25,6 +25,19 @@ inline std::wstring wide(const fs::path& path)
     return createFileSystem()->displayName(path.native());
 }
 
+/// Makes a folder the current one until its end.
+class CurrentFolder
+{
+public:
+    explicit CurrentFolder(const fs::path& folder) { fs::current_path(folder); }
+    ~CurrentFolder() { fs::current_path(before_); }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+private:
+    const fs::path before_ = fs::current_path();
+};
+
 inline fs::path newTemporaryFolder()
 {
     std::random_device random;

@@ -54,6 +54,38 @@ TEST_F(PackageDecryptionTest, deletesThePackageOnceAllIsUnpacked)
     EXPECT_EQ(recorder.log.back(), L"operation finished");
 }
 
+TEST_F(PackageDecryptionTest, tellsTheFolderOfItsFilesAtItsEnd)
+{
+    const fs::path package = packageOfTwo();
+    provider.give("k");
+    decrypt({package}, false, into);
+    ASSERT_EQ(recorder.texts.size(), 1U);
+    EXPECT_TRUE(fs::path(recorder.texts[0]).is_absolute());
+    EXPECT_EQ(content(fs::path(recorder.texts[0]) / "docs" / "a"), "abc");
+    EXPECT_EQ(recorder.texts[0], wide(into / ""));
+}
+
+TEST_F(PackageDecryptionTest, tellsAFolderThatIsNeverEmptyForAnEntryInTheCurrentFolder)
+{
+    fs::rename(packageOfTwo(), into / "docs.exe");
+    const CurrentFolder current(into);
+    provider.give("k");
+    decrypt({"docs.exe"});
+    ASSERT_EQ(recorder.texts.size(), 1U);
+    EXPECT_NE(recorder.texts[0], L"");
+    EXPECT_EQ(content(fs::path(recorder.texts[0]) / "docs" / "a"), "abc");
+}
+
+TEST_F(PackageDecryptionTest, tellsTheCauseWhenOneOfItsFilesIsGivenUp)
+{
+    const fs::path package = packageOfTwo();
+    fs::create_directory(into / "docs");
+    put(into / "docs" / "a", "mine");
+    provider.give("k");
+    decrypt({package}, false, into);
+    EXPECT_EQ(recorder.texts, Log{L"The file was skipped."});
+}
+
 TEST_F(PackageDecryptionTest, aFileThatReadsBackDifferentlyGoesAndThePackageStays)
 {
     const fs::path package = packageOfTwo();

@@ -36,6 +36,7 @@ TEST_F(SfxJobTest, countsAllFilesAsOneAndFinishesThemWithThePackage)
     EXPECT_EQ(recorder.log,
               (Log{L"operation started", L"entry 0", L"entry 1", L"built 2 8", L"started a", L"progress 0/8",
                    L"progress 3/8", L"started b", L"progress 8/8", L"finished", L"finished", L"operation finished"}));
+    EXPECT_EQ(recorder.texts, (Log{L"", L""}));
 }
 
 TEST_F(SfxJobTest, countsReadingBackAndWipingAsWell)

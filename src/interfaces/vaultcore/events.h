@@ -13,7 +13,9 @@ class IOverallProgressEvents
 public:
     virtual void OnOperationStarted() = 0;
     virtual void OnFileStarted(const wchar_t* name) = 0;
-    /// `file` belongs to the engine; `text` may be null; an `error` of 0 means success.
+    /// `file` belongs to the engine; an `error` of 0 means success. `text` is the engine's own word on the file and may
+    /// be null. The open engine gives the message of a failure; after a decryption the path of the result, for an
+    /// unpacked package that of the folder; and otherwise an empty text. The double-click job decides by it.
     virtual void OnFileFinished(const void* file, const wchar_t* text, std::uint32_t error) = 0;
     virtual void OnOperationFinished() = 0;
 
