@@ -72,6 +72,12 @@ bool PasswordTerminal::asksForPassword()
     return expect(FirstHeader) && expect(EndOfChoices);
 }
 
+bool PasswordTerminal::asksToOpenDocument()
+{
+    return expect("Please enter password to open the document in the associated application.") &&
+           expect("Origin: Decrypt, Open, Encrypt again (automatically).\n") && expect(EndOfChoices);
+}
+
 bool PasswordTerminal::asksForPasswordOf(const Path& file)
 {
     // The path may be shortened ahead of the name.

@@ -30,6 +30,8 @@ public:
     // The window of a decryption.
     /// The first question, which names no file.
     bool asksForPassword();
+    /// The first question behind a double click.
+    bool asksToOpenDocument();
     /// A later one, which names the file.
     bool asksForPasswordOf(const Path& file);
     void password(const std::string& password);

@@ -149,6 +149,15 @@ Path copyProgramForDevelopment(const Path& base)
     return program;
 }
 
+Path copyProgramWithWordlessEngine(const Path& folder)
+{
+    const Path program = copyProgram(folder);
+    const Path engine = moduleBeside(program, "vaultcore");
+    fs::copy_file(ownPath().parent_path() / "wordless" / engine.filename(), engine,
+                  fs::copy_options::overwrite_existing);
+    return program;
+}
+
 Path moduleBeside(const Path& program, const std::string& module)
 {
     return program.parent_path() / (module + ModuleExtension);

@@ -61,6 +61,8 @@ Path programUnderTest();
 Path copyProgramForDevelopment(const Path& base);
 /// Copies the program and its modules into `folder`; the path of the copied program.
 Path copyProgram(const Path& folder);
+/// The same with the engine that tells no text at the end of a decrypted file.
+Path copyProgramWithWordlessEngine(const Path& folder);
 /// The file of a module, by its name without extension, in a program's folder.
 Path moduleBeside(const Path& program, const std::string& module);
 

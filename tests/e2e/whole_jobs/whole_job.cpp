@@ -24,6 +24,15 @@ public:
 
 } // namespace
 
+void* ModulesOfProgram::findExport(Platform::ModuleHandle module, const char* name)
+{
+    void* const found = native_.findExport(module, name);
+    const bool isEngine = native_.fileName(module).find(L"vaultcore") != std::wstring::npos;
+    if (!replaceEngine || !isEngine || std::string_view(name) != "createFactory")
+        return found;
+    return reinterpret_cast<void*>(replaceEngine(reinterpret_cast<VaultCore::CreateFactoryFunction>(found)));
+}
+
 std::unique_ptr<JobRunner::IProgressWindowView> PlayedViews::createProgressWindowView(int operation)
 {
     auto patient = FakeViewFactory::createProgressWindowView(operation);
@@ -40,11 +49,11 @@ std::unique_ptr<JobRunner::IFileErrorWindowView> PlayedViews::createFileErrorWin
 }
 
 WholeJob::WholeJob()
-    : system_{modules_,
+    : system_{modules,
               Platform::nativeSystem().threads,
               Platform::nativeSystem().messages,
               boxes,
-              shell_,
+              shell,
               Platform::nativeSystem().handles,
               Platform::nativeSystem().processes,
               Platform::nativeSystem().desktop,
@@ -61,11 +70,11 @@ WholeJob::~WholeJob()
     Platform::setPlatform(nullptr);
 }
 
-std::string WholeJob::run(const Path& job)
+std::string WholeJob::run(const Path& job, int exitCode)
 {
     tracker->clear();
-    shell_.arguments = {programUnderTest().wstring(), job.wstring()};
-    EXPECT_EQ(JobRunner::runJobProcess(tracker), 0);
+    shell.arguments = {programUnderTest().wstring(), job.wstring()};
+    EXPECT_EQ(JobRunner::runJobProcess(tracker), exitCode);
     // A process does one job, so the class stays until its end; the next job here needs it anew.
     system_.messages.unregisterClass(L"JobRunner_MessageWindow");
     std::string told = "\n";

@@ -3,6 +3,7 @@
 #include "fakes/fake_message_boxes.h"
 #include "fakes/fake_views.h"
 #include "fakes/recording_tracker.h"
+#include "interfaces/vaultcore/factory.h"
 #include "platform/modules.h"
 #include "platform/platform.h"
 #include "platform/shell.h"
@@ -24,16 +25,16 @@ class ModulesOfProgram final : public Platform::Modules
 {
 public:
     Platform::ModuleHandle load(const std::wstring& fullPath) override { return native_.load(fullPath); }
-    void* findExport(Platform::ModuleHandle module, const char* name) override
-    {
-        return native_.findExport(module, name);
-    }
+    void* findExport(Platform::ModuleHandle module, const char* name) override;
     void unload(Platform::ModuleHandle module) override { native_.unload(module); }
     std::wstring fileName(Platform::ModuleHandle module) override
     {
         return module ? native_.fileName(module) : programUnderTest().wstring();
     }
     std::wstring moduleFileName(const std::wstring& name) override { return native_.moduleFileName(name); }
+
+    /// When it is set, it is given the engine's `createFactory` and gives what is found in its place.
+    std::function<VaultCore::CreateFactoryFunction(VaultCore::CreateFactoryFunction)> replaceEngine;
 
 private:
     Platform::Modules& native_ = Platform::nativeSystem().modules;
@@ -44,6 +45,8 @@ class ShellWithArguments final : public Platform::Shell
 {
 public:
     std::vector<std::wstring> arguments;
+    /// When it is set, it takes the place of the shell that opens documents.
+    std::function<bool(Platform::ShellExecution&)> onExecute;
 
     std::vector<std::wstring> commandLineArguments() override { return arguments; }
     Platform::SystemVersion version() override { return native_.version(); }
@@ -61,7 +64,10 @@ public:
     {
         return native_.findExecutable(file, executable);
     }
-    bool execute(Platform::ShellExecution& execution) override { return native_.execute(execution); }
+    bool execute(Platform::ShellExecution& execution) override
+    {
+        return onExecute ? onExecute(execution) : native_.execute(execution);
+    }
 
 private:
     Platform::Shell& native_ = Platform::nativeSystem().shell;
@@ -84,8 +90,8 @@ protected:
     WholeJob();
     ~WholeJob() override;
 
-    /// Runs the process on a job file; all that it tells, a line each. The exit code has to be 0.
-    std::string run(const Path& job);
+    /// Runs the process on a job file; all that it tells, a line each.
+    std::string run(const Path& job, int exitCode = 0);
     std::string encrypt(const std::string& fields = R"("destiny": 0)")
     {
         return run(folder.addJob("encrypt", files, fields));
@@ -126,10 +132,10 @@ protected:
     Fakes::CallLog boxLog;
     Fakes::FakeMessageBoxes boxes{boxLog};
     std::shared_ptr<Fakes::RecordingTracker> tracker = std::make_shared<Fakes::RecordingTracker>();
+    ModulesOfProgram modules;
+    ShellWithArguments shell;
 
 private:
-    ModulesOfProgram modules_;
-    ShellWithArguments shell_;
     Platform::System system_;
 };
 
