@@ -3,6 +3,7 @@
 #include "platform/posix/desktop_entry.h"
 #include "platform/posix/desktop_folders.h"
 #include "platform/posix/start_program.h"
+#include "platform/posix/text_of_file.h"
 
 namespace Platform
 {
@@ -47,7 +48,7 @@ DefaultApplication defaultApplicationOf(const std::string& document)
         return {};
     const std::string kind = firstLine(outputOf(tool, {DesktopTool, "query", "filetype", document}));
     const std::string file = isKind(kind) ? desktopFileOf(applicationOf(tool, kind)) : std::string();
-    auto entry = parseDesktopEntry(desktopTextOf(file));
+    auto entry = parseDesktopEntry(textOfFile(file));
     if (!entry)
         return {};
     entry->file = file;

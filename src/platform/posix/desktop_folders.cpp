@@ -1,14 +1,13 @@
 #include "platform/posix/desktop_folders.h"
 
 #include "platform/posix/desktop_entry.h"
+#include "platform/posix/text_of_file.h"
 
 #include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 namespace Platform
@@ -80,12 +79,6 @@ std::vector<std::string> desktopSettingFolders()
     return folders("XDG_CONFIG_HOME", "/.config", "XDG_CONFIG_DIRS", "/etc/xdg");
 }
 
-std::string desktopTextOf(const std::string& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 std::string desktopFileOf(const std::string& id)
 {
     if (id.empty() || id.find('/') != std::string::npos)
@@ -111,7 +104,7 @@ std::string desktopFileOf(const std::string& id)
 std::string chosenApplicationOf(const std::string& kind)
 {
     for (const std::string& list : choiceLists())
-        for (const std::string& id : parts(valuesOfGroup(desktopTextOf(list), "Default Applications")[kind], ';'))
+        for (const std::string& id : parts(valuesOfGroup(textOfFile(list), "Default Applications")[kind], ';'))
             if (!desktopFileOf(id).empty())
                 return id;
     return {};

@@ -10,9 +10,6 @@ namespace Platform
 std::vector<std::string> desktopDataFolders();
 std::vector<std::string> desktopSettingFolders();
 
-/// The whole content of a file; empty when it cannot be read.
-std::string desktopTextOf(const std::string& file);
-
 /// The .desktop file of an id, which the folders of the user and of the system are searched for; empty if there is
 /// none. A '-' of the id may stand for a folder.
 std::string desktopFileOf(const std::string& id);

@@ -1,5 +1,7 @@
 #include "platform/posix/process_records.h"
 
+#include "platform/posix/text_of_file.h"
+
 #include <dirent.h>
 #include <limits.h>
 #include <time.h>
@@ -8,8 +10,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <sstream>
 
@@ -77,9 +77,7 @@ std::optional<ProcessRecord> parseProcessRecord(const std::string& text)
 
 std::optional<ProcessRecord> processRecord(std::uint32_t id)
 {
-    std::ifstream file(folderOf(id) + "/stat", std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
-    return parseProcessRecord(text);
+    return parseProcessRecord(textOfFile(folderOf(id) + "/stat"));
 }
 
 std::vector<ProcessRecord> processRecords()
