@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # Where the system may be seen.
-system_folders='^src/platform/(win32|posix)/|^src/windows/(.*/)?(win32|terminal|drawing)/|^src/resources/'
+system_folders='^src/platform/(win32|posix)/|^src/interfaces/statistics/(win32|posix)/|^src/windows/(.*/)?(win32|terminal|drawing)/|^src/resources/'
 wrong=0
 complain() { echo "$*"; wrong=1; }
 

@@ -7,6 +7,7 @@
 #include "fakes/recording_tracker.h"
 #include "jobprocess/main_thread.h"
 #include "platform/platform.h"
+#include "platform/system_with.h"
 #include "windows/file_error/i_file_error_window_view.h"
 
 #include <memory>
@@ -54,8 +55,7 @@ void runJob(std::function<void(const Fakes::EngineCallbacks&)> work)
     boxes.answer(Platform::BoxAnswerYes);
     Platform::System& native = Platform::nativeSystem();
     JobShell shell(log, native.separator);
-    Platform::System system{native.modules, native.threads,   native.messages, boxes,        shell,
-                            native.handles, native.processes, native.desktop,  native.files, native.separator};
+    Platform::System system = Platform::systemWith(native, boxes, shell);
 
     Platform::setPlatform(&system);
     JobRunner::setZelPlatformFactory(Fakes::FakeZelPlatform::createFactory);

@@ -1,6 +1,7 @@
 #include "bridges/progress_events_handler.h"
 #include "fakes/fake_platform.h"
 #include "fakes/fake_views.h"
+#include "platform/system_with.h"
 #include "windows/framework/view_factory.h"
 #include "windows/progress/progress_window.h"
 
@@ -71,11 +72,7 @@ protected:
 
     FakePlatform platform;
     WatchedThreads threads{platform.log};
-    Platform::System watched{platform.modules,   threads,
-                             platform.messages,  platform.messageBoxes,
-                             platform.shell,     platform.handles,
-                             platform.processes, platform.desktop,
-                             platform.files,     L'\\'};
+    Platform::System watched = Platform::systemWith(platform.system(), threads);
     FakeViews views;
     ProgressWindow window;
 };

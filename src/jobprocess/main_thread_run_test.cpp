@@ -1,4 +1,5 @@
 #include "jobprocess/main_thread.h"
+#include "platform/system_with.h"
 
 #include "bridges/module_factories.h"
 #include "commands/command.h"
@@ -131,9 +132,7 @@ protected:
     Fakes::FakeZelPlatform documents_{system_.log};
     Fakes::FakeEngine engine_{system_.log};
     ObservedThreads threads_{system_.log};
-    Platform::System observed_{
-        system_.modules, threads_,          system_.messages, system_.messageBoxes, system_.shell,
-        system_.handles, system_.processes, system_.desktop,  system_.files,        L'\\'};
+    Platform::System observed_ = Platform::systemWith(system_.system(), threads_);
     std::shared_ptr<Fakes::RecordingTracker> tracker_ = std::make_shared<Fakes::RecordingTracker>(system_.log);
 };
 
@@ -197,9 +196,7 @@ TEST_F(MainThreadRun, doesTheJobWithoutAWindowToo)
 {
     // Intended: nothing is reported. Each dialog answers 0, which repeats the file until it succeeds.
     WindowlessMessages messages(system_.log);
-    Platform::System windowless{
-        system_.modules, threads_,          messages,        system_.messageBoxes, system_.shell,
-        system_.handles, system_.processes, system_.desktop, system_.files,        L'\\'};
+    Platform::System windowless = Platform::systemWith(observed_, messages);
     Platform::setPlatform(&windowless);
     system_.messageBoxes.answer(Platform::BoxAnswerYes);
     engine_.files = {{L"a.txt", 1, 2}};
@@ -215,9 +212,7 @@ TEST_F(MainThreadRun, entersTheLoopWithoutAJobThreadToo)
     // Intended: a thread that cannot be started is not noticed; outside of this test nothing ends the loop.
     WindowlessMessages messages(system_.log);
     messages.waitsForTheJob = false;
-    Platform::System windowless{
-        system_.modules, threads_,          messages,        system_.messageBoxes, system_.shell,
-        system_.handles, system_.processes, system_.desktop, system_.files,        L'\\'};
+    Platform::System windowless = Platform::systemWith(observed_, messages);
     Platform::setPlatform(&windowless);
     threads_.setFailing(true);
     MainThread(tracker_).run();

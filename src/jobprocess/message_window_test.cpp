@@ -1,4 +1,5 @@
 #include "jobprocess/message_window.h"
+#include "platform/system_with.h"
 
 #include "fakes/fake_platform.h"
 
@@ -100,8 +101,7 @@ protected:
     Fakes::FakePlatform system_;
     Fakes::CallLog log_;
     RecordingMessages messages_{log_};
-    Platform::System observed_{system_.modules, system_.threads,   messages_,       system_.messageBoxes, system_.shell,
-                               system_.handles, system_.processes, system_.desktop, system_.files,        L'\\'};
+    Platform::System observed_ = Platform::systemWith(system_.system(), messages_);
     ReadyDialogs dialogs_;
     MessageWindow window_{dialogs_};
     const WindowHandle handle_ = reinterpret_cast<WindowHandle>(RecordingMessages::Window);

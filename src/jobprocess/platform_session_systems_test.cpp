@@ -1,4 +1,5 @@
 #include "jobprocess/platform_session.h"
+#include "platform/system_with.h"
 
 #include "bridges/module_factories.h"
 #include "fakes/fake_platform.h"
@@ -165,8 +166,7 @@ TEST_F(SessionOnASystem, findsTheDevelopmentLayoutUnderSlashesToo)
 TEST_F(SessionOnASystem, startsWithoutControlsWhereTheViewsNeedNone)
 {
     ModulesWithoutControls modules(system_.log);
-    Platform::System system{modules,         system_.threads,   system_.messages, system_.messageBoxes, system_.shell,
-                            system_.handles, system_.processes, system_.desktop,  system_.files,        L'\\'};
+    Platform::System system = Platform::systemWith(system_.system(), modules);
     Platform::setPlatform(&system);
     addZelPlatform(modules, folder_ + L"zelplatform.dll");
     addVaultCore(modules, folder_ + L"vaultcore.dll");

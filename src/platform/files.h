@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/file_attributes.h"
 #include "platform/handles.h"
 
 #include <cstdint>
@@ -16,8 +17,6 @@ inline constexpr std::uint32_t OpenExisting = 3;
 inline constexpr std::uint32_t ChangeFileName = 0x01;
 inline constexpr std::uint32_t ChangeAttributes = 0x04;
 inline constexpr std::uint32_t ChangeLastWrite = 0x10;
-
-inline constexpr std::uint32_t AttributeDirectory = 0x10;
 
 /// `WIN32_FIND_DATAW`, as far as it is used.
 struct FoundFile

@@ -9,6 +9,7 @@ namespace Platform
 inline constexpr std::uint32_t BoxOk = 0x00;
 inline constexpr std::uint32_t BoxYesNo = 0x04;
 inline constexpr std::uint32_t BoxIconQuestion = 0x20;
+inline constexpr std::uint32_t BoxIconExclamation = 0x30;
 inline constexpr std::uint32_t BoxIconInformation = 0x40;
 
 inline constexpr int BoxAnswerOk = 1;

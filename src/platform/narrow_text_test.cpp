@@ -30,3 +30,10 @@ TEST(ANarrowText, withBytesThatStandForNothingIsStillGivenWithTheRest)
     EXPECT_EQ(wide.substr(0, 4), L"key ");
     EXPECT_EQ(wide.substr(wide.size() - 5), L" file");
 }
+
+TEST(ANarrowText, comesBackFromWideText)
+{
+    EXPECT_EQ(Platform::narrowThreadText(L"Cannot do it (3)."), "Cannot do it (3).");
+    EXPECT_EQ(Platform::narrowThreadText(L""), "");
+    EXPECT_EQ(Platform::narrowThreadText(std::wstring_view(L"a\0bc", 3)), std::string("a\0b", 3));
+}

@@ -14,6 +14,11 @@ class Handles;
 class Processes;
 class Desktop;
 class Files;
+class Registry;
+class Statistics;
+class Crashes;
+class Locale;
+class Paths;
 
 /// The operations that this program needs of the operating system, by concern.
 struct System
@@ -27,6 +32,11 @@ struct System
     Processes& processes;
     Desktop& desktop;
     Files& files;
+    Registry& registry;
+    Statistics& statistics;
+    Crashes& crashes;
+    Locale& locale;
+    Paths& paths;
     /// What ends a folder in a path of this system.
     wchar_t separator;
 };

@@ -97,14 +97,19 @@ std::wstring ResolveRelativePath(const std::wstring& relative, const std::wstrin
 
 std::wstring JoinPath(const std::wstring& left, const std::wstring& right)
 {
+    return JoinPath(left, right, separator());
+}
+
+std::wstring JoinPath(const std::wstring& left, const std::wstring& right, wchar_t between)
+{
     if (left.empty())
         return right;
     if (right.empty())
         return left;
-    const bool leftEnds = left.ends_with(separator());
-    const bool rightStarts = right.starts_with(separator());
+    const bool leftEnds = left.ends_with(between);
+    const bool rightStarts = right.starts_with(between);
     if (!leftEnds && !rightStarts)
-        return left + separator() + right;
+        return left + between + right;
     if (leftEnds && rightStarts)
         return left + right.substr(1);
     return left + right;

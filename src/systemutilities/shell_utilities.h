@@ -23,7 +23,9 @@ std::wstring GetFolderOfPath(const std::wstring& path, bool keepBackslash);
 std::wstring GetModuleFolder(void* module);
 /// An absolute path as it stands; any other resolved against `base`, or the current directory when that is empty.
 std::wstring ResolveRelativePath(const std::wstring& relative, const std::wstring& base);
-/// Joins two paths with one separator. Only one separator is looked at on each side.
+/// Joins two paths with one separator of this system. Only one separator is looked at on each side.
 std::wstring JoinPath(const std::wstring& left, const std::wstring& right);
+/// The same with this separator: paths of the registry have backslashes on every system.
+std::wstring JoinPath(const std::wstring& left, const std::wstring& right, wchar_t separator);
 
 } // namespace Halden::SystemUtilities

@@ -1,3 +1,4 @@
+#include "platform/system_with.h"
 #include "systemutilities/shell_utilities.h"
 
 #include "fakes/fake_platform.h"
@@ -104,8 +105,7 @@ TEST_F(ShellUtilitiesTest, aPathThatTheSystemCannotResolveIsEmpty)
         std::wstring combinePath(const std::wstring&, const std::wstring&) override { return {}; }
     };
     FailingShell shell(platform.log, L'\\');
-    Platform::System system{platform.modules, platform.threads,   platform.messages, platform.messageBoxes, shell,
-                            platform.handles, platform.processes, platform.desktop,  platform.files,        L'\\'};
+    Platform::System system = Platform::systemWith(platform.system(), shell);
     Platform::setPlatform(&system);
     EXPECT_EQ(ResolveRelativePath(L"sub\\b.dll", L"C:\\base"), L"");
     Platform::setPlatform(&platform.system());

@@ -1,14 +1,19 @@
 #pragma once
 
 #include "fakes/fake_call_log.h"
+#include "fakes/fake_crashes.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_files.h"
 #include "fakes/fake_handles.h"
+#include "fakes/fake_locale.h"
 #include "fakes/fake_message_boxes.h"
 #include "fakes/fake_messages.h"
 #include "fakes/fake_modules.h"
+#include "fakes/fake_paths.h"
 #include "fakes/fake_processes.h"
+#include "fakes/fake_registry.h"
 #include "fakes/fake_shell.h"
+#include "fakes/fake_statistics.h"
 #include "fakes/fake_threads.h"
 #include "platform/platform.h"
 
@@ -22,8 +27,9 @@ class FakePlatform
 public:
     explicit FakePlatform(wchar_t separator = L'\\')
         : shell(log, separator),
-          files(log, handles, separator), system_{modules, threads,   messages, messageBoxes, shell,
-                                                  handles, processes, desktop,  files,        separator}
+          files(log, handles, separator), system_{modules,    threads,   messages, messageBoxes, shell,
+                                                  handles,    processes, desktop,  files,        registry,
+                                                  statistics, crashes,   locale,   paths,        separator}
     {
         Platform::setPlatform(&system_);
     }
@@ -43,6 +49,11 @@ public:
     FakeProcesses processes{log, threads, handles};
     FakeDesktop desktop{log};
     FakeFiles files;
+    FakeRegistry registry{log};
+    FakeStatistics statistics{log};
+    FakeCrashes crashes{log};
+    FakeLocale locale{log};
+    FakePaths paths{log, handles};
 
 private:
     Platform::System system_;

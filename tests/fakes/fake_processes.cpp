@@ -14,6 +14,9 @@ constexpr std::uint32_t ModuleEntrySize = 1064;
 constexpr std::uint32_t ThreadEntrySize = 28;
 constexpr std::uint32_t ProcessInformationSize = 24;
 
+constexpr std::uint32_t ErrorModuleNotFound = 126;
+constexpr std::uint32_t ErrorProcedureNotFound = 127;
+
 struct FunctionOfModule
 {
     const wchar_t* module;
@@ -30,6 +33,8 @@ constexpr std::array Functions = {
     FunctionOfModule{L"kernel32.dll", "Thread32Next"},
     FunctionOfModule{L"psapi.dll", "EnumProcesses"},
     FunctionOfModule{L"ntdll.dll", "NtQueryInformationProcess"},
+    FunctionOfModule{L"ntdll.dll", "NtQueryKey"},
+    FunctionOfModule{L"ntdll.dll", "ZwDeleteKey"},
 };
 
 /// The handle of a module is its name here.
@@ -68,7 +73,10 @@ Platform::ModuleHandle FakeProcesses::loadedModule(const std::wstring& name)
 Platform::ModuleHandle FakeProcesses::loadModule(const std::wstring& name)
 {
     log_.add(L"loadModule " + name);
-    return moduleNamed(name);
+    const Platform::ModuleHandle module = missingModules.contains(name) ? nullptr : moduleNamed(name);
+    if (!module)
+        handles_.setLastError(ErrorModuleNotFound);
+    return module;
 }
 
 void FakeProcesses::unloadModule(Platform::ModuleHandle module)
@@ -86,7 +94,10 @@ void* FakeProcesses::findFunction(Platform::ModuleHandle module, const char* nam
                                               std::wstring(function.module) == static_cast<const wchar_t*>(module);
                                    });
     if (!known || missing.contains(narrow))
+    {
+        handles_.setLastError(ErrorProcedureNotFound);
         return nullptr;
+    }
     return const_cast<std::string*>(&*names_.insert(narrow).first);
 }
 

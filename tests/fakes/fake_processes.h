@@ -40,6 +40,8 @@ public:
     std::uint32_t current = 100;
     /// Functions that the system does not have.
     std::set<std::string> missing;
+    /// Modules that cannot be loaded.
+    std::set<std::wstring> missingModules;
     /// Kinds of snapshots (`SnapshotProcesses`, ...) that cannot be had.
     std::uint32_t failingSnapshots = 0;
     /// Processes that give this instead of a handle.

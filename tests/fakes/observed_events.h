@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fakes/fake_platform.h"
+#include "platform/system_with.h"
 
 #include <memory>
 #include <stdexcept>
@@ -61,11 +62,7 @@ class ObservedEvents
 {
 public:
     explicit ObservedEvents(FakePlatform& platform)
-        : platform_(platform), threads(platform.log), system_{platform.modules,   threads,
-                                                              platform.messages,  platform.messageBoxes,
-                                                              platform.shell,     platform.handles,
-                                                              platform.processes, platform.desktop,
-                                                              platform.files,     L'\\'}
+        : platform_(platform), threads(platform.log), system_(Platform::systemWith(platform.system(), threads))
     {
         Platform::setPlatform(&system_);
     }

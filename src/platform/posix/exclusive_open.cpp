@@ -1,6 +1,7 @@
 #include "platform/posix/exclusive_open.h"
 
 #include "platform/handles.h"
+#include "platform/posix/error_numbers.h"
 
 #include <fcntl.h>
 #include <linux/magic.h>
@@ -16,46 +17,6 @@ namespace Platform
 
 namespace
 {
-
-constexpr std::uint32_t ErrorPathNotFound = 3;
-constexpr std::uint32_t ErrorGeneralFailure = 31;
-
-bool isFolder(const std::string& path)
-{
-    struct stat status
-    {
-    };
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-std::string folderOf(const std::string& path)
-{
-    const std::size_t end = path.rfind('/');
-    if (end == std::string::npos)
-        return ".";
-    return end == 0 ? "/" : path.substr(0, end);
-}
-
-/// The one place where error numbers of the system become those of Windows.
-std::uint32_t errorOf(int error, const std::string& path)
-{
-    switch (error)
-    {
-    case ENOENT:
-        // A missing folder is another error than a missing file, and to the watcher no sign of a lock.
-        return isFolder(folderOf(path)) ? ErrorFileNotFound : ErrorPathNotFound;
-    case ENOTDIR:
-        return ErrorPathNotFound;
-    case EACCES:
-    case EPERM:
-        return ErrorAccessDenied;
-    case EWOULDBLOCK: // somebody has a lease on it
-    case ETXTBSY:
-        return ErrorSharingViolation;
-    default:
-        return ErrorGeneralFailure;
-    }
-}
 
 /// There a refused lease may only mean that the server grants none.
 bool isOnNetwork(int descriptor)

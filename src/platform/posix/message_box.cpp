@@ -1,4 +1,5 @@
 #include "platform/posix/concerns.h"
+#include "platform/posix/crash_reporter.h"
 #include "platform/posix/terminal.h"
 
 #include <algorithm>
@@ -43,6 +44,7 @@ public:
     {
         Terminal::Prompt prompt(terminal_);
         prompt.print(caption + L'\n' + text + L'\n');
+        noteShownBox();
         if ((flags & ButtonsMask) == BoxYesNo)
             return askYesNo(prompt);
         static_cast<void>(prompt.readLine(L"Press Enter to continue "));

@@ -7,8 +7,9 @@ namespace Platform
 
 System& nativeSystem()
 {
-    static System system{posixModules(), posixThreads(),   posixMessages(), posixMessageBoxes(), posixShell(),
-                         posixHandles(), posixProcesses(), posixDesktop(),  posixFiles(),        L'/'};
+    static System system{posixModules(),    posixThreads(),   posixMessages(), posixMessageBoxes(), posixShell(),
+                         posixHandles(),    posixProcesses(), posixDesktop(),  posixFiles(),        posixRegistry(),
+                         posixStatistics(), posixCrashes(),   posixLocale(),   posixPaths(),        L'/'};
     return system;
 }
 

@@ -44,6 +44,20 @@ constexpr std::array<std::string_view, FunctionCount> FunctionNames = {
     "Thread32Next",
 };
 
+// The registry has functions there that it looks up in the same way.
+constexpr wchar_t RegistryModule[] = L"ntdll.dll";
+constexpr std::array<std::string_view, 2> RegistryFunctionNames = {"NtQueryKey", "ZwDeleteKey"};
+
+constexpr std::uint32_t ErrorModuleNotFound = 126;
+constexpr std::uint32_t ErrorProcedureNotFound = 127;
+
+/// The address of the name; null when it is not among them.
+template <std::size_t Count> void* tokenOf(const char* name, const std::array<std::string_view, Count>& names)
+{
+    const auto found = std::find(names.begin(), names.end(), name);
+    return found == names.end() ? nullptr : const_cast<std::string_view*>(found);
+}
+
 void* tokenOf(ListingFunction function)
 {
     return const_cast<std::string_view*>(&FunctionNames[function]);
@@ -101,15 +115,25 @@ public:
     {
         return name == ListingModule ? const_cast<wchar_t*>(ListingModule) : nullptr;
     }
-    ModuleHandle loadModule(const std::wstring& name) override { return loadedModule(name); }
+    ModuleHandle loadModule(const std::wstring& name) override
+    {
+        const ModuleHandle module = name == RegistryModule ? const_cast<wchar_t*>(RegistryModule) : loadedModule(name);
+        if (!module)
+            posixHandles().setLastError(ErrorModuleNotFound);
+        return module;
+    }
     void unloadModule(ModuleHandle) override {}
 
     void* findFunction(ModuleHandle module, const char* name) override
     {
-        const auto found = std::find(FunctionNames.begin(), FunctionNames.end(), name);
-        if (module != ListingModule || found == FunctionNames.end())
-            return nullptr;
-        return const_cast<std::string_view*>(found);
+        void* function = nullptr;
+        if (module == ListingModule)
+            function = tokenOf(name, FunctionNames);
+        if (module == RegistryModule)
+            function = tokenOf(name, RegistryFunctionNames);
+        if (!function)
+            posixHandles().setLastError(ErrorProcedureNotFound);
+        return function;
     }
 
     Handle createSnapshot(void* function, std::uint32_t flags, std::uint32_t processId) override

@@ -18,16 +18,9 @@ constexpr int EndingSignals[] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGABRT};
 termios foundModes;
 volatile sig_atomic_t changedInput = -1;
 
-void restoreModes()
-{
-    if (changedInput >= 0)
-        tcsetattr(changedInput, TCSADRAIN, &foundModes);
-    changedInput = -1;
-}
-
 void onEndingSignal(int signal)
 {
-    restoreModes();
+    restoreInputMode();
     // The system's own action is back by now and follows when the handler returns.
     raise(signal);
 }
@@ -36,7 +29,7 @@ void watchEnding()
 {
     static const bool watched = []
     {
-        std::atexit(restoreModes);
+        std::atexit(restoreInputMode);
         for (const int signal : EndingSignals)
         {
             struct sigaction current
@@ -59,11 +52,18 @@ void watchEnding()
 
 } // namespace
 
+void restoreInputMode()
+{
+    if (changedInput >= 0)
+        tcsetattr(changedInput, TCSADRAIN, &foundModes);
+    changedInput = -1;
+}
+
 void setInputMode(int input, InputMode mode)
 {
     if (mode == InputMode::Lines)
     {
-        restoreModes();
+        restoreInputMode();
         return;
     }
     watchEnding();

@@ -14,6 +14,9 @@ enum class InputMode
 /// signal that can be caught, first puts back what was found. One thread at a time.
 void setInputMode(int input, InputMode mode);
 
+/// Puts back what was found, if it was changed. Safe in a signal handler.
+void restoreInputMode();
+
 /// True when the process may read and configure the terminal behind `input` (a job in the background may not).
 bool ownsTerminal(int input);
 

@@ -1,3 +1,4 @@
+#include "platform/posix/alternate_stack.h"
 #include "platform/posix/concerns.h"
 
 #include <unistd.h>
@@ -74,7 +75,12 @@ public:
     {
         try
         {
-            return std::make_unique<PosixThread>(std::thread(std::move(procedure)));
+            return std::make_unique<PosixThread>(std::thread(
+                [procedure = std::move(procedure)]
+                {
+                    const AlternateStack stack;
+                    procedure();
+                }));
         }
         catch (const std::system_error&)
         {

@@ -14,4 +14,13 @@ std::wstring widenThreadText(std::string_view text)
     return wide;
 }
 
+std::string narrowThreadText(std::wstring_view text)
+{
+    const int size = static_cast<int>(text.size());
+    const int length = WideCharToMultiByte(CP_THREAD_ACP, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
+    std::string narrow(static_cast<std::size_t>(length), '\0');
+    WideCharToMultiByte(CP_THREAD_ACP, 0, text.data(), size, narrow.data(), length, nullptr, nullptr);
+    return narrow;
+}
+
 } // namespace Platform

@@ -7,8 +7,9 @@ namespace Platform
 
 System& nativeSystem()
 {
-    static System system{win32Modules(), win32Threads(),   win32Messages(), win32MessageBoxes(), win32Shell(),
-                         win32Handles(), win32Processes(), win32Desktop(),  win32Files(),        L'\\'};
+    static System system{win32Modules(),    win32Threads(),   win32Messages(), win32MessageBoxes(), win32Shell(),
+                         win32Handles(),    win32Processes(), win32Desktop(),  win32Files(),        win32Registry(),
+                         win32Statistics(), win32Crashes(),   win32Locale(),   win32Paths(),        L'\\'};
     return system;
 }
 

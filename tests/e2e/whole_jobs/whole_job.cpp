@@ -1,4 +1,5 @@
 #include "whole_jobs/whole_job.h"
+#include "platform/system_with.h"
 
 #include "jobprocess/program.h"
 #include "platform/messages.h"
@@ -48,17 +49,7 @@ std::unique_ptr<JobRunner::IFileErrorWindowView> PlayedViews::createFileErrorWin
     return FakeViewFactory::createFileErrorWindowView();
 }
 
-WholeJob::WholeJob()
-    : system_{modules,
-              Platform::nativeSystem().threads,
-              Platform::nativeSystem().messages,
-              boxes,
-              shell,
-              Platform::nativeSystem().handles,
-              Platform::nativeSystem().processes,
-              Platform::nativeSystem().desktop,
-              Platform::nativeSystem().files,
-              Platform::nativeSystem().separator}
+WholeJob::WholeJob() : system_(Platform::systemWith(Platform::nativeSystem(), modules, boxes, shell))
 {
     Platform::setPlatform(&system_);
     JobRunner::setViewFactory(&views);
