@@ -1,9 +1,14 @@
 #include "jobprocess/program.h"
 #include "platform/platform.h"
 #include "platform/threads.h"
+#include "telemetry/crash_filter.h"
+#include "telemetry/usage_events.h"
 
 int runProgram(void*)
 {
+    namespace Telemetry = Halden::ZEL::Telemetry;
     Platform::platform().threads.enterMultithreadedApartment();
-    return JobRunner::runJobProcess(Halden::ZEL::Telemetry::CreateEventTracker());
+    const Telemetry::EventTrackerPtr tracker = Telemetry::CreateEventTracker();
+    Telemetry::InstallCrashFilter(Telemetry::ProcessTag);
+    return JobRunner::runJobProcess(tracker);
 }

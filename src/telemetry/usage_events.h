@@ -8,13 +8,17 @@ namespace Halden::ZEL::Telemetry
 inline constexpr const wchar_t* ProcessTag = L"jobrunner";
 /// Title of the first view.
 inline constexpr const wchar_t* ProcessTitle = L"JobRunner.exe";
+/// What the statistics client knows the suite by.
+inline constexpr const wchar_t* ApplicationTag = L"winzel";
 
 namespace UsageCategory
 {
+inline constexpr const wchar_t* Module = L"winzel module usage statistics";
 inline constexpr const wchar_t* Encryption = L"winzel encryption usage statistics";
 inline constexpr const wchar_t* EncryptionSfx = L"winzel encryption sfx usage statistics";
 inline constexpr const wchar_t* Decryption = L"winzel decryption usage statistics";
 inline constexpr const wchar_t* Wipe = L"winzel wipe usage statistics";
+inline constexpr const wchar_t* Crash = L"winzel crash statistics";
 } // namespace UsageCategory
 
 /// Path segments behind the first, and titles of the views.
@@ -42,6 +46,11 @@ inline constexpr const wchar_t* ReencryptStepTitle = L"Re-encrypt (DblClk in Job
 /// Third segment, behind the one of the encryption that asks.
 inline constexpr const wchar_t* PasswordWindow = L"passwordwnd";
 inline constexpr const wchar_t* PasswordWindowTitle = L"Enter Password Window";
+/// Title of the view that a crash is reported under. Its path is the tag of the module alone.
+inline constexpr const wchar_t* CrashTitle = L"App Crash";
+/// Second segment, behind the tag of the module.
+inline constexpr const wchar_t* HeartBeat = L"heart-beat";
+inline constexpr const wchar_t* HeartBeatTitle = L"HeartBeat once a Day";
 } // namespace UsageView
 
 namespace UsageEvent
@@ -107,6 +116,17 @@ inline constexpr const wchar_t* UsedKeyFile = L"used_keyfile";
 inline constexpr const wchar_t* UsedPassword = L"used_password";
 inline constexpr const wchar_t* FileWasModified = L"file_was_modified";
 inline constexpr const wchar_t* FileWasNotModified = L"file_was_not_modified";
+
+// Actions and labels of a crash. Intended: the module is not named by the first one, it is the path of the view.
+inline constexpr const wchar_t* CrashModule = L"crash_module";
+inline constexpr const wchar_t* CrashModuleLabel = L"Crash in Module";
+inline constexpr const wchar_t* CrashCodeLabel = L"Crash Code"; ///< under the name of the exception as the action
+inline constexpr const wchar_t* CrashAddress = L"crash_address";
+inline constexpr const wchar_t* CrashAddressLabel = L"Crash Address";
+
+// Actions of the heart-beat, beside the tag of the module.
+inline constexpr const wchar_t* HeartBeat = L"heartbeat";
+inline constexpr const wchar_t* TelemetryDisabled = L"set_disabled_telemetry";
 
 } // namespace UsageEvent
 

@@ -48,6 +48,16 @@ void RecordingTracker::TrackEvent(const std::wstring& category, const std::wstri
     log_->add(L"TrackEvent(" + category + L", " + action + L", " + label + L", " + valueText(value) + L")");
 }
 
+void RecordingTracker::TrackCrash(const std::wstring& module, const Platform::ExceptionRecord& exception)
+{
+    log_->add(L"TrackCrash(" + module + L", " + std::to_wstring(exception.code) + L")");
+}
+
+void RecordingTracker::TrackHeartBeat(const std::wstring& module)
+{
+    log_->add(L"TrackHeartBeat(" + module + L")");
+}
+
 ViewState RecordingTracker::GetViewState()
 {
     const std::lock_guard guard(lock_);

@@ -9,7 +9,8 @@ namespace Fakes
 {
 
 /// A tracker that writes down what it is told, as "TrackView(jobrunner/wipe, Title)",
-/// "TrackViewEvent(action, label, none)" and "TrackEvent(category, action, label, 5)", and keeps the current view.
+/// "TrackViewEvent(action, label, none)", "TrackEvent(category, action, label, 5)", "TrackCrash(module, code)" and
+/// "TrackHeartBeat(module)", and keeps the current view. It has no settings: everything is on.
 /// Safe on any thread.
 class RecordingTracker final : public Halden::ZEL::Telemetry::IEventTracker
 {
@@ -25,7 +26,16 @@ public:
     void TrackViewEvent(const std::wstring& action, const std::wstring& label, std::int64_t value) override;
     void TrackEvent(const std::wstring& category, const std::wstring& action, const std::wstring& label,
                     std::int64_t value) override;
+    void TrackCrash(const std::wstring& module, const Platform::ExceptionRecord& exception) override;
+    void TrackHeartBeat(const std::wstring& module) override;
+    Platform::StatisticsResult FlushEvents() override { return 0; }
     Halden::ZEL::Telemetry::ViewState GetViewState() override;
+    void SetUserId(const std::wstring&) override {}
+    void SetUserFlag(bool) override {}
+    bool IsCrashReportingDisabled() override { return false; }
+    bool IsUsageStatisticsDisabled() override { return false; }
+    void SetCrashReportingEnabled(bool) override {}
+    void SetUsageStatisticsEnabled(bool) override {}
 
     /// What was tracked, in order.
     std::vector<std::wstring> calls() const { return log_->callsOf(L"Track"); }

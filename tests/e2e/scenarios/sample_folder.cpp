@@ -158,6 +158,14 @@ Path copyProgramWithWordlessEngine(const Path& folder)
     return program;
 }
 
+Path copyProgramWithCrashingModules(const Path& folder)
+{
+    const Path program = copyProgram(folder);
+    for (const fs::directory_entry& module : fs::directory_iterator(ownPath().parent_path() / "crashing"))
+        fs::copy_file(module.path(), folder / module.path().filename(), fs::copy_options::overwrite_existing);
+    return program;
+}
+
 Path moduleBeside(const Path& program, const std::string& module)
 {
     return program.parent_path() / (module + ModuleExtension);

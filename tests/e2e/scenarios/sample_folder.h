@@ -63,6 +63,8 @@ Path copyProgramForDevelopment(const Path& base);
 Path copyProgram(const Path& folder);
 /// The same with the engine that tells no text at the end of a decrypted file.
 Path copyProgramWithWordlessEngine(const Path& folder);
+/// The same with modules that crash on the thread that the environment names: see crashing_modules/crash_here.h.
+Path copyProgramWithCrashingModules(const Path& folder);
 /// The file of a module, by its name without extension, in a program's folder.
 Path moduleBeside(const Path& program, const std::string& module);
 
