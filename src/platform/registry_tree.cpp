@@ -252,7 +252,7 @@ std::u16string RegistryTree::fullName(RegistryKeyId id) const
 {
     std::u16string name;
     for (; id != Root; id = find(id)->parent)
-        name = u'\\' + find(id)->name + name;
+        name.insert(0, u'\\' + find(id)->name);
     return rootName + name;
 }
 

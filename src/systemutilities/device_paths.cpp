@@ -43,7 +43,8 @@ std::wstring deviceOf(const std::wstring& drive)
         length = query(drive, buffer);
     }
     // Of several devices the first one holds.
-    return cut(buffer, length).c_str();
+    const std::wstring devices = cut(buffer, length);
+    return devices.substr(0, devices.find(L'\0'));
 }
 
 } // namespace

@@ -16,6 +16,12 @@ namespace
 
 using Path = std::experimental::filesystem::path;
 
+/// The library's own text would have the paths in it as well.
+std::string textWithoutPaths(const std::system_error& failure)
+{
+    return failure.std::system_error::what();
+}
+
 std::uint32_t lastError()
 {
     return Platform::platform().handles.lastError();
@@ -99,8 +105,7 @@ const char* FileSystemException::what() const noexcept
 
 std::wstring FileSystemException::GetWideMessage() const
 {
-    // Without the paths that the library's own text has as well.
-    const std::string base = std::system_error::what();
+    const std::string base = textWithoutPaths(*this);
     const std::wstring message = base.empty() ? L"Unknown exception" : Platform::widenThreadText(base);
     return message + L' ' + wideText(path1().native()) + L' ' + wideText(path2().native());
 }

@@ -53,7 +53,7 @@ std::wstring ReadClientIdentifier(const std::wstring& name)
     Platform::RegistryHandle key = Platform::ClosedKey;
     if (registry.openKey(Platform::CurrentUser, SettingsKey, 0, Platform::KeyRead, key) != Platform::ErrorSuccess)
         return {};
-    const std::wstring text = queriedText(key, name);
+    std::wstring text = queriedText(key, name);
     registry.closeKey(key);
     return text;
 }

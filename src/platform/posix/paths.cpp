@@ -52,7 +52,7 @@ class PosixPaths : public Paths
 public:
     std::wstring programFileName(std::uint32_t size) override
     {
-        const std::wstring name = posixModules().fileName(nullptr);
+        std::wstring name = posixModules().fileName(nullptr);
         if (name.size() < size)
             return name;
         fail(ErrorInsufficientBuffer);
