@@ -83,6 +83,8 @@ bool Journal::makeRoom(std::size_t size)
     const std::uintmax_t used = std::filesystem::file_size(settings_.file, failure);
     if (failure || used + size <= settings_.limit)
         return true;
+    // To rename over a file can wait for the disk, and with it everybody whose turn it is not.
+    std::filesystem::remove(olderFileOf(settings_.file), failure);
     std::filesystem::rename(settings_.file, olderFileOf(settings_.file), failure);
     return !failure;
 }

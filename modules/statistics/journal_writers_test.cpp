@@ -98,7 +98,7 @@ protected:
         }
     }
 
-    /// Ten processes that write for a while. Each waits for its turn no longer than a job does.
+    /// Ten processes that write for a while.
     std::vector<StatisticsTesting::StartedProgram> startWriters(std::uint64_t limit, int duration)
     {
         const fs::path own = StatisticsTesting::ownProgram();

@@ -29,6 +29,8 @@ int main(int count, char** arguments)
     JournalSettings settings;
     settings.file = arguments[1];
     settings.limit = std::strtoull(arguments[2], nullptr, 10);
+    // No call may be lost between the writers, however long the disk of a busy machine takes.
+    settings.patience = std::chrono::minutes(1);
     Journal journal(settings);
     const std::string name = arguments[4];
     const auto duration = std::chrono::milliseconds(std::atoi(arguments[3]));
