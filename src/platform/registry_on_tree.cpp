@@ -4,7 +4,6 @@
 #include "platform/registry_names.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace Platform
 {
@@ -18,46 +17,6 @@ constexpr RegistryKeyId NoKey = 0;
 constexpr std::uint32_t MayQueryValues = 0x0001;
 constexpr std::uint32_t MaySetValues = 0x0002;
 constexpr std::uint32_t MayEnumerateKeys = 0x0008;
-constexpr std::uint32_t MayDelete = 0x00010000;
-
-constexpr std::uint32_t StatusSuccess = 0;
-constexpr std::uint32_t StatusBufferOverflow = 0x80000005;
-constexpr std::uint32_t StatusUnsuccessful = 0xC0000001;
-constexpr std::uint32_t StatusInvalidHandle = 0xC0000008;
-constexpr std::uint32_t StatusInvalidParameter = 0xC000000D;
-constexpr std::uint32_t StatusAccessDenied = 0xC0000022;
-constexpr std::uint32_t StatusBufferTooSmall = 0xC0000023;
-constexpr std::uint32_t StatusFileLockConflict = 0xC0000054;
-constexpr std::uint32_t StatusDiskFull = 0xC000007F;
-constexpr std::uint32_t StatusCannotDelete = 0xC0000121;
-constexpr std::uint32_t StatusRegistryCorrupt = 0xC000014C;
-constexpr std::uint32_t StatusKeyDeleted = 0xC000017C;
-
-constexpr std::uint32_t KeyNameInformation = 3;
-constexpr std::uint32_t LengthSize = 4; ///< of the length before the name
-
-std::uint32_t statusOf(std::uint32_t error)
-{
-    switch (error)
-    {
-    case ErrorSuccess:
-        return StatusSuccess;
-    case ErrorAccessDenied:
-        return StatusAccessDenied;
-    case ErrorInvalidHandle:
-        return StatusInvalidHandle;
-    case ErrorLockViolation:
-        return StatusFileLockConflict;
-    case ErrorDiskFull:
-        return StatusDiskFull;
-    case ErrorRegistryCorrupt:
-        return StatusRegistryCorrupt;
-    case ErrorKeyDeleted:
-        return StatusKeyDeleted;
-    default:
-        return StatusUnsuccessful;
-    }
-}
 
 bool isRoot(RegistryHandle handle)
 {
@@ -85,14 +44,6 @@ std::uint32_t give(const RegistryValue& value, std::uint32_t& type, void* data, 
     return ErrorSuccess;
 }
 
-/// Writes the name record: its length in bytes, then the units.
-void writeName(const std::u16string& name, void* buffer, std::uint32_t length)
-{
-    const auto bytes = static_cast<std::uint32_t>(name.size() * sizeof(char16_t));
-    std::memcpy(buffer, &bytes, sizeof bytes);
-    std::memcpy(static_cast<std::uint8_t*>(buffer) + LengthSize, name.data(), std::min(bytes, length - LengthSize));
-}
-
 } // namespace
 
 std::size_t RegistryOnTree::openHandles() const
@@ -109,14 +60,17 @@ RegistryHandle RegistryOnTree::add(const OpenKey& key)
     return last_;
 }
 
-/// A root or an open key that may be used like this.
-std::uint32_t RegistryOnTree::find(RegistryHandle handle, std::uint32_t access, OpenKey& key) const
+/// The current user or an open key that may be used like this; `otherRoot` for a root that holds nothing.
+std::uint32_t RegistryOnTree::find(RegistryHandle handle, std::uint32_t access, std::uint32_t otherRoot,
+                                   OpenKey& key) const
 {
-    if (isRoot(handle))
+    if (handle == CurrentUser)
     {
-        key = {handle == CurrentUser ? RegistryTree::Root : NoKey, KeyAllAccess};
+        key = {RegistryTree::Root, KeyAllAccess};
         return ErrorSuccess;
     }
+    if (isRoot(handle))
+        return otherRoot;
     if (const std::uint32_t error = findObject(handle, key); error != ErrorSuccess)
         return error;
     return (key.access & access) == access ? ErrorSuccess : ErrorAccessDenied;
@@ -137,10 +91,8 @@ std::uint32_t RegistryOnTree::openKey(RegistryHandle parent, const std::wstring&
                                       std::uint32_t access, RegistryHandle& opened)
 {
     OpenKey from;
-    if (const std::uint32_t error = find(parent, 0, from); error != ErrorSuccess)
+    if (const std::uint32_t error = find(parent, 0, ErrorFileNotFound, from); error != ErrorSuccess)
         return error;
-    if (from.id == NoKey)
-        return ErrorFileNotFound;
     OpenKey key{NoKey, access};
     const std::uint32_t error = storage_.read(
         [&](const RegistryTree& tree) { return tree.open(from.id, registryUnits(path), opensLink(options), key.id); });
@@ -153,10 +105,8 @@ std::uint32_t RegistryOnTree::createKey(RegistryHandle parent, const std::wstrin
                                         std::uint32_t access, RegistryHandle& created)
 {
     OpenKey from;
-    if (const std::uint32_t error = find(parent, 0, from); error != ErrorSuccess)
+    if (const std::uint32_t error = find(parent, 0, ErrorAccessDenied, from); error != ErrorSuccess)
         return error;
-    if (from.id == NoKey)
-        return ErrorAccessDenied;
     const std::u16string units = registryUnits(path);
     const bool isLink = (options & OptionCreateLink) != 0;
     OpenKey key{NoKey, access};
@@ -182,10 +132,8 @@ std::uint32_t RegistryOnTree::queryValue(RegistryHandle key, const std::wstring&
                                          std::uint32_t& size)
 {
     OpenKey open;
-    if (const std::uint32_t error = find(key, MayQueryValues, open); error != ErrorSuccess)
+    if (const std::uint32_t error = find(key, MayQueryValues, ErrorFileNotFound, open); error != ErrorSuccess)
         return error;
-    if (open.id == NoKey)
-        return ErrorFileNotFound;
     return storage_.read(
         [&](const RegistryTree& tree)
         {
@@ -200,10 +148,8 @@ std::uint32_t RegistryOnTree::setValue(RegistryHandle key, const std::wstring& n
                                        const void* data, std::uint32_t size)
 {
     OpenKey open;
-    if (const std::uint32_t error = find(key, MaySetValues, open); error != ErrorSuccess)
+    if (const std::uint32_t error = find(key, MaySetValues, ErrorAccessDenied, open); error != ErrorSuccess)
         return error;
-    if (open.id == NoKey)
-        return ErrorAccessDenied;
     const auto* bytes = static_cast<const std::uint8_t*>(data);
     RegistryValue value{registryUnits(name), type, {}};
     if (size > 0)
@@ -214,20 +160,16 @@ std::uint32_t RegistryOnTree::setValue(RegistryHandle key, const std::wstring& n
 std::uint32_t RegistryOnTree::deleteValue(RegistryHandle key, const std::wstring& name)
 {
     OpenKey open;
-    if (const std::uint32_t error = find(key, MaySetValues, open); error != ErrorSuccess)
+    if (const std::uint32_t error = find(key, MaySetValues, ErrorFileNotFound, open); error != ErrorSuccess)
         return error;
-    if (open.id == NoKey)
-        return ErrorFileNotFound;
     return storage_.change([&](RegistryTree& tree) { return tree.removeValue(open.id, registryUnits(name)); });
 }
 
 std::uint32_t RegistryOnTree::deleteSubKey(RegistryHandle key, const std::wstring& path)
 {
     OpenKey from;
-    if (const std::uint32_t error = find(key, 0, from); error != ErrorSuccess)
+    if (const std::uint32_t error = find(key, 0, ErrorFileNotFound, from); error != ErrorSuccess)
         return error;
-    if (from.id == NoKey)
-        return ErrorFileNotFound;
     return storage_.change(
         [&](RegistryTree& tree)
         {
@@ -241,10 +183,8 @@ std::uint32_t RegistryOnTree::enumerateKey(RegistryHandle key, std::uint32_t ind
                                            std::wstring& name)
 {
     OpenKey open;
-    if (const std::uint32_t error = find(key, MayEnumerateKeys, open); error != ErrorSuccess)
+    if (const std::uint32_t error = find(key, MayEnumerateKeys, ErrorNoMoreItems, open); error != ErrorSuccess)
         return error;
-    if (open.id == NoKey)
-        return ErrorNoMoreItems;
     return storage_.read(
         [&](const RegistryTree& tree)
         {
@@ -266,10 +206,8 @@ std::uint32_t RegistryOnTree::enumerateValue(RegistryHandle key, std::uint32_t i
                                              std::wstring& name, std::uint32_t& type, void* data, std::uint32_t& size)
 {
     OpenKey open;
-    if (const std::uint32_t error = find(key, MayQueryValues, open); error != ErrorSuccess)
+    if (const std::uint32_t error = find(key, MayQueryValues, ErrorNoMoreItems, open); error != ErrorSuccess)
         return error;
-    if (open.id == NoKey)
-        return ErrorNoMoreItems;
     return storage_.read(
         [&](const RegistryTree& tree)
         {
@@ -285,50 +223,6 @@ std::uint32_t RegistryOnTree::enumerateValue(RegistryHandle key, std::uint32_t i
             const std::uint32_t error = give(value, type, data, size);
             return hasRoom ? error : ErrorMoreData;
         });
-}
-
-std::uint32_t RegistryOnTree::deleteKeyObject(void*, RegistryHandle key)
-{
-    OpenKey open;
-    if (const std::uint32_t error = findObject(key, open); error != ErrorSuccess)
-        return statusOf(error);
-    if ((open.access & MayDelete) == 0)
-        return StatusAccessDenied;
-    bool hasKeys = false;
-    const std::uint32_t error = storage_.change(
-        [&](RegistryTree& tree)
-        {
-            const std::uint32_t result = tree.remove(open.id);
-            hasKeys = result == ErrorAccessDenied;
-            return result;
-        });
-    return hasKeys ? StatusCannotDelete : statusOf(error);
-}
-
-std::uint32_t RegistryOnTree::queryKey(void*, RegistryHandle key, std::uint32_t informationClass, void* buffer,
-                                       std::uint32_t length, std::uint32_t& needed)
-{
-    if (informationClass != KeyNameInformation)
-        return StatusInvalidParameter;
-    OpenKey open;
-    std::u16string name;
-    std::uint32_t error = findObject(key, open);
-    if (error == ErrorSuccess)
-        error = storage_.read(
-            [&](const RegistryTree& tree)
-            {
-                if (!tree.find(open.id))
-                    return ErrorKeyDeleted;
-                name = tree.fullName(open.id);
-                return ErrorSuccess;
-            });
-    if (error != ErrorSuccess)
-        return statusOf(error);
-    needed = static_cast<std::uint32_t>(LengthSize + name.size() * sizeof(char16_t));
-    if (!buffer || length < LengthSize)
-        return StatusBufferTooSmall;
-    writeName(name, buffer, length);
-    return length < needed ? StatusBufferOverflow : StatusSuccess;
 }
 
 } // namespace Platform

@@ -55,11 +55,11 @@ private:
     /// What a handle stands for.
     struct OpenKey
     {
-        RegistryKeyId id = 0; ///< 0: a root that holds nothing
+        RegistryKeyId id = 0;
         std::uint32_t access = 0;
     };
 
-    std::uint32_t find(RegistryHandle handle, std::uint32_t access, OpenKey& key) const;
+    std::uint32_t find(RegistryHandle handle, std::uint32_t access, std::uint32_t otherRoot, OpenKey& key) const;
     std::uint32_t findObject(RegistryHandle handle, OpenKey& key) const;
     RegistryHandle add(const OpenKey& key);
 
