@@ -104,7 +104,7 @@ public:
 };
 
 /// A file in the making, under a temporary name that nobody else works on. It disappears with this object unless it
-/// was published. Every operation throws `FileFailure`.
+/// got its final name. Every operation throws `FileFailure`.
 class INewFile
 {
 public:
@@ -118,6 +118,9 @@ public:
     /// Gives the file its final name in its folder, and returns when the device has content and name. `NameTaken` when
     /// there is such a name already: nothing is replaced. Closes the file.
     virtual FileInfo publish(const NativeText& name) = 0;
+    /// Gives the file its final name in its folder, and leaves it to `IFileSystem::flush` what the device has of
+    /// content and name: for many files at once. `NameTaken` when there is such a name already: nothing is replaced.
+    virtual FileInfo rename(const NativeText& name) = 0;
 };
 
 /// The operations on files that the jobs need. A failed one throws `FileFailure`. Safe on any thread.
@@ -155,6 +158,9 @@ public:
     virtual std::unique_ptr<IReadFile> openForReading(const Place& place) = 0;
     /// Makes a file that was not there; `NameTaken` otherwise. Only its maker can read it until `takeOver`.
     virtual std::unique_ptr<INewFile> createNew(const Place& place) = 0;
+    /// Returns when the device has content and present name of all these files, which this file system has made and
+    /// none of which was published. Takes little longer for many of them than for one.
+    virtual void flush(const std::vector<INewFile*>& files) = 0;
     /// Makes a folder that was not there; `NameTaken` otherwise.
     virtual void createFolder(const Place& place) = 0;
     /// Removes a file that nobody is making any more; false, and nothing done, when somebody has it.

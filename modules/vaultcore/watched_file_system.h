@@ -78,6 +78,14 @@ public:
         failStep("create");
         return std::make_unique<WatchedNewFile>(*this, real_->createNew(place));
     }
+    void flush(const std::vector<INewFile*>& files) override
+    {
+        failStep("flush files");
+        std::vector<INewFile*> real;
+        for (INewFile* file : files)
+            real.push_back(&static_cast<WatchedNewFile*>(file)->real());
+        real_->flush(real);
+    }
     void createFolder(const Place& place) override
     {
         failIfAsked("create folder", place);
@@ -211,6 +219,13 @@ private:
             owner_.failStep("publish");
             return real_->publish(name);
         }
+        FileInfo rename(const NativeText& name) override
+        {
+            owner_.beforePublish();
+            owner_.failStep("publish");
+            return real_->rename(name);
+        }
+        INewFile& real() { return *real_; }
 
     private:
         WatchedFileSystem& owner_;

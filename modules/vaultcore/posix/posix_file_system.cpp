@@ -146,6 +146,7 @@ public:
 
     std::unique_ptr<IReadFile> openForReading(const Place& place) override { return openReadFile(place); }
     std::unique_ptr<INewFile> createNew(const Place& place) override { return createNewFile(place); }
+    void flush(const std::vector<INewFile*>& files) override { flushNewFiles(files); }
 
     void createFolder(const Place& place) override
     {

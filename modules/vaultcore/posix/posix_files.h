@@ -71,6 +71,7 @@ void checkNotInUse(int file, Use use);
 std::unique_ptr<IWipeFile> openWipeFile(const Place& place);
 std::unique_ptr<IReadFile> openReadFile(const Place& place);
 std::unique_ptr<INewFile> createNewFile(const Place& place);
+void flushNewFiles(const std::vector<INewFile*>& files);
 bool removeAbandonedFile(const Place& place);
 
 } // namespace VaultCore

@@ -4,7 +4,10 @@
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <linux/magic.h>
+#include <map>
 #include <sys/file.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 namespace VaultCore
@@ -13,6 +16,8 @@ namespace
 {
 
 constexpr off_t StartToFlush = 16 << 20;
+/// Fewer files are flushed one by one: the rest of the volume may have more to write than they.
+constexpr std::size_t FewFiles = 4;
 
 /// Gives the file its final name. Nothing is replaced.
 void publishIn(int folder, const NativeText& from, const NativeText& to)
@@ -88,9 +93,7 @@ public:
     FileInfo publish(const NativeText& name) override
     {
         checked(::fsync(file_.get()));
-        checkName(folder_.get(), name_, file_.get());
-        publishIn(folder_.get(), name_, name);
-        name_ = name;
+        giveName(name);
         flushFolder(folder_.get());
         published_ = true;
         const FileInfo info = infoOf(statOf(file_.get()));
@@ -98,7 +101,36 @@ public:
         return info;
     }
 
+    FileInfo rename(const NativeText& name) override
+    {
+        giveName(name);
+        published_ = true;
+        return infoOf(statOf(file_.get()));
+    }
+
+    int file() const { return file_.get(); }
+
+    /// Returns when the device has content and name.
+    void flush() const
+    {
+        checked(::fsync(file_.get()));
+        flushFolder(folder_.get());
+    }
+
+    /// Returns when the device has everything that was written to the volume.
+    void flushVolume() const { checked(::syncfs(file_.get())); }
+
+    /// Of what was written back so far: a failure is told to each file by itself.
+    void checkWritten() const { checked(::sync_file_range(file_.get(), 0, 0, SYNC_FILE_RANGE_WAIT_BEFORE)); }
+
 private:
+    void giveName(const NativeText& name)
+    {
+        checkName(folder_.get(), name_, file_.get());
+        publishIn(folder_.get(), name_, name);
+        name_ = name;
+    }
+
     /// Lets the device work while the rest is being made. Whether all arrived is asked at the end.
     void startToFlush()
     {
@@ -127,7 +159,43 @@ private:
     bool published_ = false;
 };
 
+/// Is the flush of a whole volume known to reach the device there? Elsewhere it may end in another program's memory.
+bool hasVolumeFlush(int file)
+{
+    struct statfs volume = {};
+    if (::fstatfs(file, &volume) != 0)
+        return false;
+    const auto type = static_cast<std::uint32_t>(volume.f_type);
+    return type == EXT4_SUPER_MAGIC || type == XFS_SUPER_MAGIC || type == BTRFS_SUPER_MAGIC ||
+           type == F2FS_SUPER_MAGIC || type == TMPFS_MAGIC;
+}
+
+void flushTogether(const std::vector<const PosixNewFile*>& files)
+{
+    if (files.size() <= FewFiles || !hasVolumeFlush(files.front()->file()))
+    {
+        for (const PosixNewFile* file : files)
+            file->flush();
+        return;
+    }
+    files.front()->flushVolume();
+    for (const PosixNewFile* file : files)
+        file->checkWritten();
+}
+
 } // namespace
+
+void flushNewFiles(const std::vector<INewFile*>& files)
+{
+    std::map<dev_t, std::vector<const PosixNewFile*>> volumes;
+    for (const INewFile* each : files)
+    {
+        const auto* file = static_cast<const PosixNewFile*>(each);
+        volumes[statOf(file->file()).st_dev].push_back(file);
+    }
+    for (const auto& [volume, itsFiles] : volumes)
+        flushTogether(itsFiles);
+}
 
 std::unique_ptr<INewFile> createNewFile(const Place& place)
 {

@@ -151,6 +151,7 @@ public:
     NativeText leafName(const std::wstring& text) override { return safeLeafName(text); }
     std::unique_ptr<IReadFile> openForReading(const Place& place) override { return openReadFile(place); }
     std::unique_ptr<INewFile> createNew(const Place& place) override { return createNewFile(place); }
+    void flush(const std::vector<INewFile*>& files) override { flushNewFiles(files); }
 
     void createFolder(const Place& place) override
     {

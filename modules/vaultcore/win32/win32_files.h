@@ -59,6 +59,7 @@ void removeOpen(HANDLE file);
 std::unique_ptr<IWipeFile> openWipeFile(const Place& place);
 std::unique_ptr<IReadFile> openReadFile(const Place& place);
 std::unique_ptr<INewFile> createNewFile(const Place& place);
+void flushNewFiles(const std::vector<INewFile*>& files);
 
 /// The last segment of `text` as a name that every program here can open.
 std::wstring safeLeafName(const std::wstring& text);

@@ -1,3 +1,4 @@
+#include "vaultcore/parallel.h"
 #include "vaultcore/win32/win32_files.h"
 
 #include <algorithm>
@@ -64,18 +65,33 @@ public:
 
     FileInfo publish(const NativeText& name) override
     {
-        checked(FlushFileBuffers(file_.get()));
-        renameOpen(file_.get(), place_, name);
-        place_ = childOf(parentOf(place_), name);
+        flush();
+        giveName(name);
         // Once more, for the name.
-        checked(FlushFileBuffers(file_.get()));
+        flush();
         const FileInfo info = infoOf(file_.get());
         published_ = true;
         file_ = FileHandle(INVALID_HANDLE_VALUE);
         return info;
     }
 
+    FileInfo rename(const NativeText& name) override
+    {
+        giveName(name);
+        published_ = true;
+        return infoOf(file_.get());
+    }
+
+    /// Returns when the device has content and name.
+    void flush() const { checked(FlushFileBuffers(file_.get())); }
+
 private:
+    void giveName(const NativeText& name)
+    {
+        renameOpen(file_.get(), place_, name);
+        place_ = childOf(parentOf(place_), name);
+    }
+
     void discard() const
     {
         try
@@ -95,6 +111,12 @@ private:
 };
 
 } // namespace
+
+void flushNewFiles(const std::vector<INewFile*>& files)
+{
+    // A flush mostly waits. The flush of a whole volume is for administrators.
+    inParallel(files.size(), [&](std::size_t i) { static_cast<const Win32NewFile*>(files[i])->flush(); });
+}
 
 std::unique_ptr<INewFile> createNewFile(const Place& place)
 {
