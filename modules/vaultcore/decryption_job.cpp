@@ -7,6 +7,7 @@
 #include "vaultcore/result_names.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace VaultCore
 {
@@ -24,16 +25,21 @@ Selection selection()
 
 DecryptionJob::DecryptionJob(IFileSystem& files, const EventReceivers& events, DecryptionOrder order)
     : files_(files), order_(std::move(order)), reports_(events), job_(files, reports_, selection()),
-      temporaries_(files), keys_(order_.provider, reports_)
+      temporaries_(files), keys_(order_.provider, reports_), ahead_(files, *this)
 {
+}
+
+/// Before a key has fitted, somebody has to be asked.
+void DecryptionJob::comingUp(std::span<const JobItem> items)
+{
+    ready_ = keys_.hasStored() ? ahead_.take(items) : nullptr;
 }
 
 void DecryptionJob::workOnFile(JobItem& item)
 {
     reports_.fileStarted(item.name);
-    Work work;
-    work.encrypted = item.place;
-    work.name = item.name;
+    const std::unique_ptr<ResultWork> ready = ready_ ? std::move(ready_) : workOf(item);
+    auto& work = static_cast<Work&>(*ready);
     auto failure = reports_.attempt(item.name, work.targetName, [&] { decrypt(work); });
     if (!failure && order_.deletesEncrypted)
         failure = reports_.attempt(item.name, work.targetName, [&] { removeEncrypted(work); });
@@ -41,22 +47,41 @@ void DecryptionJob::workOnFile(JobItem& item)
     reports_.fileFinished(item.name, failure, work.resultName);
 }
 
+std::unique_ptr<DecryptionJob::Work> DecryptionJob::workOf(const JobItem& item)
+{
+    auto work = std::make_unique<Work>();
+    work->encrypted = item.place;
+    work->name = item.name;
+    return work;
+}
+
+std::unique_ptr<ResultWork> DecryptionJob::make(const JobItem& item)
+{
+    auto work = workOf(item);
+    work->ahead = true;
+    const auto file = files_.openForReading(work->encrypted);
+    work->info = file->info();
+    writeResult(*work, *file);
+    return work;
+}
+
+void DecryptionJob::check(ResultWork& work)
+{
+    compare(static_cast<Work&>(work));
+}
+
 void DecryptionJob::decrypt(Work& work)
 {
-    const auto file = files_.openForReading(work.encrypted);
-    work.info = file->info();
+    const bool ahead = std::exchange(work.ahead, false);
+    if (!ahead)
+        produce(work);
+    work.resultName = work.isPackage ? work.resultName : work.targetName;
     try
     {
-        writeResult(work, *file);
-    }
-    catch (const ContainerFailure& failure)
-    {
-        if (failure.fault != ContainerFault::NotAContainer || !unpackPackage(work, *file))
-            throw;
-        work.isPackage = true;
-    }
-    try
-    {
+        for (const std::uint64_t part : work.parts)
+            reportShown(work, part);
+        if (!ahead)
+            compare(work);
         finishResult(work);
     }
     catch (...)
@@ -68,12 +93,35 @@ void DecryptionJob::decrypt(Work& work)
         job_.list().addKnown(work.result.identity);
 }
 
-/// The result stands under its name.
-void DecryptionJob::finishResult(Work& work)
+/// What the file gives stands under its final name then.
+void DecryptionJob::produce(Work& work)
+{
+    const auto file = files_.openForReading(work.encrypted);
+    work.info = file->info();
+    try
+    {
+        writeResult(work, *file);
+        const auto result = std::move(work.file);
+        work.result = publish(*result, nameOf(work.target));
+    }
+    catch (const ContainerFailure& failure)
+    {
+        if (failure.fault != ContainerFault::NotAContainer || !unpackPackage(work, *file))
+            throw;
+        work.isPackage = true;
+    }
+}
+
+void DecryptionJob::compare(Work& work)
 {
     if (work.digest && !work.isPackage)
         readBack(files_, work.target, work.result, *work.digest,
                  [&](std::uint64_t done) { reportPart(work, done, true); });
+}
+
+/// The result stands under its name.
+void DecryptionJob::finishResult(Work& work)
+{
     if (!reports_.fileProgress(work.info.size, work.info.size) && order_.deletesEncrypted)
         throw FileFailure(FailureCause::Cancelled, 0);
 }
@@ -87,24 +135,35 @@ void DecryptionJob::removeEncrypted(const Work& work)
 }
 
 /// The end is reported once only, when the result stands.
-void DecryptionJob::reportPart(const Work& work, std::uint64_t done, bool readingBack)
+void DecryptionJob::reportPart(Work& work, std::uint64_t done, bool readingBack)
 {
     const std::uint64_t size = work.info.size;
     const std::uint64_t shown = !order_.deletesEncrypted ? done : readingBack ? size / 2 + done / 2 : done / 2;
-    if (shown < size && !reports_.fileProgress(shown, size))
+    if (shown >= size)
+        return;
+    if (work.ahead)
+        work.parts.push_back(shown);
+    else
+        reportShown(work, shown);
+}
+
+void DecryptionJob::reportShown(const Work& work, std::uint64_t shown)
+{
+    if (!reports_.fileProgress(shown, work.info.size))
         throw FileFailure(FailureCause::Cancelled, 0);
 }
 
+/// Leaves the result under its temporary name.
 void DecryptionJob::writeResult(Work& work, IReadFile& file)
 {
     FileSource source(file);
     const auto reader = openContainer(source);
     // A folder that is not there is told before anybody thinks about a password.
     targetFolder(work.encrypted);
-    keys_.unlock(*reader, work.name);
+    unlock(*reader, work);
     const ContainerDetails details = reader->details();
     chooseTarget(work, details);
-    const auto result = createResult(work);
+    auto result = createResult(work);
     work.digest.reset();
     if (order_.deletesEncrypted)
         work.digest.emplace();
@@ -120,8 +179,16 @@ void DecryptionJob::writeResult(Work& work, IReadFile& file)
     like.modified = details.modified;
     like.created = details.created;
     result->takeOver(like);
-    work.result = publish(*result, nameOf(work.target));
-    work.resultName = work.targetName;
+    work.file = std::move(result);
+}
+
+/// Ahead of a file's turn nobody is asked.
+void DecryptionJob::unlock(ContainerReader& reader, const Work& work)
+{
+    if (!work.ahead)
+        keys_.unlock(reader, work.name);
+    else if (!keys_.unlockWithStored(reader))
+        throw FileFailure(FailureCause::NoKey, 0);
 }
 
 /// False when the file is no package.
@@ -185,8 +252,9 @@ std::unique_ptr<INewFile> DecryptionJob::createResult(const Work& work)
 }
 
 /// Removes the result, if the encrypted file is still there. The files of a package stay: each of them is whole.
-void DecryptionJob::takeBack(const Work& work)
+void DecryptionJob::takeBack(ResultWork& result)
 {
+    const auto& work = static_cast<const Work&>(result);
     if (work.isPackage)
         return;
     try
@@ -194,7 +262,7 @@ void DecryptionJob::takeBack(const Work& work)
         if (unchanged(work.info, files_.inspect(work.encrypted)))
             files_.removeUnchanged(work.target, work.result);
     }
-    catch (const FileFailure&)
+    catch (...)
     {
         // Both are better than none.
     }

@@ -6,6 +6,7 @@
 #include "vaultcore/result_names.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace VaultCore
 {
@@ -22,16 +23,21 @@ Selection selection()
 
 EncryptionJob::EncryptionJob(IFileSystem& files, const EventReceivers& events, const EncryptionOrder& order)
     : files_(files), order_(order), reports_(events), job_(files, reports_, selection()), temporaries_(files),
-      removal_(files, reports_, job_.list()), chunk_(ContentChunk)
+      removal_(files, reports_, job_.list()), ahead_(files, *this)
 {
+}
+
+/// The first file derives the key, which can take a while, or fail.
+void EncryptionJob::comingUp(std::span<const JobItem> items)
+{
+    ready_ = session_ ? ahead_.take(items) : nullptr;
 }
 
 void EncryptionJob::workOnFile(JobItem& item)
 {
     reports_.fileStarted(item.name);
-    Work work;
-    work.source.place = item.place;
-    work.target = childOf(parentOf(item.place), encryptedName(nameOf(item.place)));
+    const std::unique_ptr<ResultWork> ready = ready_ ? std::move(ready_) : workOf(item);
+    auto& work = static_cast<Work&>(*ready);
     const std::wstring target = files_.display(work.target);
     auto failure = reports_.attempt(item.name, target, [&] { encrypt(work); });
     if (!failure && sourceGoes())
@@ -40,13 +46,45 @@ void EncryptionJob::workOnFile(JobItem& item)
     reports_.fileFinished(item.name, failure);
 }
 
+std::unique_ptr<EncryptionJob::Work> EncryptionJob::workOf(const JobItem& item)
+{
+    auto work = std::make_unique<Work>();
+    work->source.place = item.place;
+    work->target = childOf(parentOf(item.place), encryptedName(nameOf(item.place)));
+    return work;
+}
+
+std::unique_ptr<ResultWork> EncryptionJob::make(const JobItem& item)
+{
+    auto work = workOf(item);
+    work->ahead = true;
+    writeResult(*work);
+    return work;
+}
+
+void EncryptionJob::check(ResultWork& work)
+{
+    if (sourceGoes())
+        verify(static_cast<Work&>(work));
+}
+
 void EncryptionJob::encrypt(Work& work)
 {
     if (const auto missing = missingAlgorithm(order_.algorithm))
         throw FileFailure(FailureCause::Content, 0, *missing);
-    writeResult(work);
+    const bool ahead = std::exchange(work.ahead, false);
+    if (!ahead)
+    {
+        writeResult(work);
+        const auto file = std::move(work.file);
+        work.result = publish(*file, nameOf(work.target));
+    }
     try
     {
+        for (const std::uint64_t part : work.parts)
+            reportShown(work, part);
+        if (!ahead && sourceGoes())
+            verify(work);
         finishResult(work);
     }
     catch (...)
@@ -57,6 +95,7 @@ void EncryptionJob::encrypt(Work& work)
     job_.list().addKnown(work.result.identity);
 }
 
+/// Leaves the result under its temporary name.
 void EncryptionJob::writeResult(Work& work)
 {
     const auto file = files_.openForReading(work.source.place);
@@ -68,7 +107,7 @@ void EncryptionJob::writeResult(Work& work)
         work.digest.emplace();
     // The key is derived before a file is made: it can take a while, and fail.
     EncryptionSession& encryption = session();
-    const auto result = temporaries_.create(parentOf(work.target), nameOf(work.source.place));
+    auto result = temporaries_.create(parentOf(work.target), nameOf(work.source.place));
     FileSink sink(*result, sourceGoes() && !keyDecrypts() ? &*work.digest : nullptr);
     ContainerDetails details;
     details.name = Platform::toUtf8(files_.displayName(nameOf(work.source.place)));
@@ -82,17 +121,19 @@ void EncryptionJob::writeResult(Work& work)
     if (!unchanged(work.source.info, files_.inspect(work.source.place)))
         throw FileFailure(FailureCause::SourceChanged, 0);
     result->takeOver(work.source.info);
-    work.result = publish(*result, nameOf(work.target));
+    work.file = std::move(result);
 }
 
 void EncryptionJob::copyContent(IReadFile& from, ContainerWriter& to, Work& work)
 {
     const std::uint64_t size = work.source.info.size;
     if (size > 0)
-        reportPart(0, size, false);
+        reportPart(work, 0, false);
+    // One byte more than there should be shows a file that grew.
+    SecureBytes chunk(static_cast<std::size_t>(std::min<std::uint64_t>(ContentChunk, size + 1)));
     for (std::uint64_t done = 0;;)
     {
-        const auto content = chunk_.bytes().first(from.read(chunk_.bytes()));
+        const auto content = chunk.bytes().first(from.read(chunk.bytes()));
         done += content.size();
         if (done > size || (content.empty() && done < size))
             throw FileFailure(FailureCause::SourceChanged, 0);
@@ -102,7 +143,7 @@ void EncryptionJob::copyContent(IReadFile& from, ContainerWriter& to, Work& work
             work.digest->add(content);
         to.write(content);
         if (done < size)
-            reportPart(done, size, false);
+            reportPart(work, done, false);
     }
 }
 
@@ -110,8 +151,6 @@ void EncryptionJob::copyContent(IReadFile& from, ContainerWriter& to, Work& work
 void EncryptionJob::finishResult(Work& work)
 {
     const std::uint64_t size = work.source.info.size;
-    if (sourceGoes())
-        verify(work);
     if (!reports_.fileProgress(size, size) && sourceGoes())
         throw FileFailure(FailureCause::Cancelled, 0);
 }
@@ -123,7 +162,7 @@ void EncryptionJob::verify(Work& work)
     const auto report = [&](std::uint64_t done)
     {
         if (done < size)
-            reportPart(done, size, true);
+            reportPart(work, done, true);
     };
     if (!keyDecrypts())
         return readBack(files_, work.target, work.result, *work.digest, report);
@@ -145,7 +184,7 @@ ContentDigest::Value EncryptionJob::decryptedDigest(IReadFile& file, const ReadB
 {
     FileSource source(file);
     const auto reader = openContainer(source);
-    if (!reader->unlock(*order_.key, derivations()))
+    if (!unlock(*reader))
         throw FileFailure(FailureCause::ResultDiffers, 0);
     ContentDigest digest;
     std::uint64_t done = 0;
@@ -179,23 +218,33 @@ void EncryptionJob::removeSource(Work& work)
 }
 
 /// Removes the result, if the source is still there to be encrypted again.
-void EncryptionJob::takeBack(const Work& work)
+void EncryptionJob::takeBack(ResultWork& work)
 {
+    const Source& source = static_cast<const Work&>(work).source;
     try
     {
-        if (unchanged(work.source.info, files_.inspect(work.source.place)))
+        if (unchanged(source.info, files_.inspect(source.place)))
             files_.removeUnchanged(work.target, work.result);
     }
-    catch (const FileFailure&)
+    catch (...)
     {
         // Both are better than none.
     }
 }
 
-void EncryptionJob::reportPart(std::uint64_t done, std::uint64_t size, bool readingBack)
+void EncryptionJob::reportPart(Work& work, std::uint64_t done, bool readingBack)
 {
+    const std::uint64_t size = work.source.info.size;
     const std::uint64_t shown = !sourceGoes() ? done : readingBack ? size / 2 + done / 2 : done / 2;
-    if (!reports_.fileProgress(shown, size))
+    if (work.ahead)
+        work.parts.push_back(shown);
+    else
+        reportShown(work, shown);
+}
+
+void EncryptionJob::reportShown(const Work& work, std::uint64_t shown)
+{
+    if (!reports_.fileProgress(shown, work.source.info.size))
         throw FileFailure(FailureCause::Cancelled, 0);
 }
 
@@ -216,11 +265,12 @@ EncryptionSession& EncryptionJob::session()
     return *session_;
 }
 
-DerivationCache& EncryptionJob::derivations()
+bool EncryptionJob::unlock(ContainerReader& reader)
 {
+    const std::lock_guard lock(mutex_);
     if (!derivations_)
         derivations_ = createDerivationCache();
-    return *derivations_;
+    return reader.unlock(*order_.key, *derivations_);
 }
 
 } // namespace VaultCore

@@ -7,8 +7,10 @@
 #include "vaultcore/read_back.h"
 #include "vaultcore/source_removal.h"
 #include "vaultcore/temporary_files.h"
+#include "vaultcore/work_ahead.h"
 
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -37,9 +39,11 @@ struct EncryptionOrder
 ///   the first half and reading back as the second. Then a wipe reports itself to the receiver of the destiny.
 /// - A progress answer of 0 stops the job: the temporary file or the result goes and the source stays as it was, up to
 ///   the moment when its first byte is overwritten. From then on the result stays.
+/// - Behind the first file, small ones are encrypted several at a time and ahead of their turn (`WorkAhead`); what they
+///   report when it comes is the same. Results whose turn does not come are removed again.
 /// - A source that cannot be removed is asked about like any failure; repeat tries the removal again, and when it is
 ///   given up, source and result both stay.
-class EncryptionJob final : private IListWork
+class EncryptionJob final : private IListWork, private IResultMaker
 {
 public:
     /// `order` has to outlive the job.
@@ -50,19 +54,28 @@ public:
 
 private:
     /// One file under work.
-    struct Work
+    struct Work final : ResultWork
     {
         Source source;
-        Place target;
-        FileInfo result;
         /// Digest of what the result has to give when it is read back.
         std::optional<ContentDigest> digest;
+        /// Its turn has not come: nothing is reported yet.
+        bool ahead = false;
+        /// What is to be reported then.
+        std::vector<std::uint64_t> parts;
     };
 
+    void comingUp(std::span<const JobItem> items) override;
     void workOnFile(JobItem& item) override;
     void workOnFolder(const JobItem&) override {}
     void leave(const JobItem&) override {}
+    void end() override { ahead_.takeBackRest(); }
 
+    std::unique_ptr<ResultWork> make(const JobItem& item) override;
+    void check(ResultWork& work) override;
+    void takeBack(ResultWork& work) override;
+
+    static std::unique_ptr<Work> workOf(const JobItem& item);
     void encrypt(Work& work);
     void writeResult(Work& work);
     void copyContent(IReadFile& from, ContainerWriter& to, Work& work);
@@ -70,12 +83,12 @@ private:
     void verify(Work& work);
     ContentDigest::Value decryptedDigest(IReadFile& file, const ReadBackProgress& progress);
     void removeSource(Work& work);
-    void takeBack(const Work& work);
-    void reportPart(std::uint64_t done, std::uint64_t size, bool readingBack);
+    void reportPart(Work& work, std::uint64_t done, bool readingBack);
+    void reportShown(const Work& work, std::uint64_t shown);
     bool sourceGoes() const;
     bool keyDecrypts() const;
     EncryptionSession& session();
-    DerivationCache& derivations();
+    bool unlock(ContainerReader& reader);
 
     IFileSystem& files_;
     const EncryptionOrder& order_;
@@ -84,8 +97,12 @@ private:
     TemporaryFiles temporaries_;
     SourceRemoval removal_;
     std::unique_ptr<EncryptionSession> session_;
+    /// Guards `derivations_`.
+    std::mutex mutex_;
     std::unique_ptr<DerivationCache> derivations_;
-    SecureBytes chunk_;
+    WorkAhead ahead_;
+    /// Of the file whose turn is next; null when it is to be worked on by itself.
+    std::unique_ptr<ResultWork> ready_;
 };
 
 } // namespace VaultCore

@@ -56,6 +56,7 @@ bool KeySearch::fits(ContainerReader& reader, const Key& key)
 
 bool KeySearch::unlockWithStored(ContainerReader& reader)
 {
+    const std::lock_guard lock(mutex_);
     const int count = provider_->GetStoredKeyCount();
     for (int i = 0; i < count; ++i)
     {

@@ -6,6 +6,7 @@
 #include "vaultcore/job_reports.h"
 
 #include <memory>
+#include <mutex>
 #include <string>
 
 namespace VaultCore
@@ -25,15 +26,21 @@ public:
     /// container that the right key shows to be damaged; a new key belongs to the provider then, too.
     void unlock(ContainerReader& reader, const std::wstring& file);
 
+    /// Among the keys that fitted before alone: false when none of them does; nobody is asked. Safe on several
+    /// threads at once, as long as nothing else is called here or in the provider meanwhile. Throws as `unlock` for a
+    /// damaged container.
+    bool unlockWithStored(ContainerReader& reader);
+    bool hasStored() const { return provider_ != nullptr && provider_->GetStoredKeyCount() > 0; }
+
 private:
     bool fits(ContainerReader& reader, const Key& key);
     void keep(std::unique_ptr<Key> key);
-    bool unlockWithStored(ContainerReader& reader);
     std::unique_ptr<Key> ask(const std::wstring& file);
     int provide(const std::wstring& file, IKey*& key);
 
     IPasswordProvider* provider_;
     JobReports& reports_;
+    std::mutex mutex_;
     std::unique_ptr<DerivationCache> derivations_ = createDerivationCache();
 };
 

@@ -35,12 +35,16 @@ std::vector<JobItem> ListJob::buildList(const std::vector<std::wstring>& entries
 
 void ListJob::workOn(std::vector<JobItem>& items, IListWork& work)
 {
-    for (JobItem& item : items)
+    for (std::size_t i = 0; i < items.size(); ++i)
     {
         if (reports_.stopped())
             return;
+        JobItem& item = items[i];
         if (item.kind == JobItem::Kind::File)
+        {
+            work.comingUp(std::span(items).subspan(i));
             work.workOnFile(item);
+        }
         else if (item.kind == JobItem::Kind::Folder)
             work.workOnFolder(item);
         else

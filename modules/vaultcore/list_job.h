@@ -3,6 +3,7 @@
 #include "vaultcore/job_files.h"
 #include "vaultcore/job_reports.h"
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,8 @@ class IListWork
 {
 public:
     virtual void workOnFile(JobItem& item) = 0;
+    /// Before the work on a file, with those that follow it.
+    virtual void comingUp(std::span<const JobItem>) {}
     virtual void workOnFolder(const JobItem& item) = 0;
     /// A name that cannot be listed, and that the user has given up.
     virtual void leave(const JobItem& item) = 0;

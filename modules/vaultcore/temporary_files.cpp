@@ -21,7 +21,7 @@ std::unique_ptr<INewFile> TemporaryFiles::create(const Place& folder, const Nati
     {
         try
         {
-            return files_.createNew(childOf(folder, temporaryName(stem, random_.letters(TemporaryLetters))));
+            return files_.createNew(childOf(folder, temporaryName(stem, letters())));
         }
         catch (const FileFailure& failure)
         {
@@ -31,8 +31,15 @@ std::unique_ptr<INewFile> TemporaryFiles::create(const Place& folder, const Nati
     }
 }
 
+std::string TemporaryFiles::letters()
+{
+    const std::lock_guard lock(mutex_);
+    return random_.letters(TemporaryLetters);
+}
+
 void TemporaryFiles::removeLeftOvers(const Place& folder, const NativeText& source)
 {
+    const std::lock_guard lock(mutex_);
     LeftOvers& leftOvers = leftOversIn(folder);
     const auto [first, last] = leftOvers.equal_range(files_.fold(temporaryStem(source)));
     for (auto at = first; at != last; ++at)
@@ -49,7 +56,8 @@ void TemporaryFiles::removeLeftOvers(const Place& folder, const NativeText& sour
     leftOvers.erase(first, last);
 }
 
-/// Each folder is listed once for a job, or a folder of many files would be listed for each of them.
+/// With the lock held. Each folder is listed once for a job, or a folder of many files would be listed for each of
+/// them.
 TemporaryFiles::LeftOvers& TemporaryFiles::leftOversIn(const Place& folder)
 {
     const auto [found, isNew] = folders_.try_emplace({folder.root, folder.below});

@@ -5,11 +5,14 @@
 
 #include <map>
 #include <memory>
+#include <mutex>
+#include <string>
 
 namespace VaultCore
 {
 
-/// The temporary files of one job: makes new ones, and removes those that an earlier job had no time to remove.
+/// The temporary files of one job: makes new ones, and removes those that an earlier job had no time to remove. Safe on
+/// any thread.
 class TemporaryFiles
 {
 public:
@@ -27,8 +30,10 @@ private:
     using LeftOvers = std::multimap<NativeText, NativeText>;
 
     LeftOvers& leftOversIn(const Place& folder);
+    std::string letters();
 
     IFileSystem& files_;
+    std::mutex mutex_;
     RandomStream random_;
     std::map<std::pair<NativeText, NativeText>, LeftOvers> folders_;
 };
