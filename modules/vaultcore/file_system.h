@@ -159,7 +159,7 @@ public:
     /// Makes a file that was not there; `NameTaken` otherwise. Only its maker can read it until `takeOver`.
     virtual std::unique_ptr<INewFile> createNew(const Place& place) = 0;
     /// Returns when the device has content and present name of all these files, which this file system has made and
-    /// none of which was published. Takes little longer for many of them than for one.
+    /// none of which was published. For many of them: it may flush the whole volume once instead of each of them.
     virtual void flush(const std::vector<INewFile*>& files) = 0;
     /// Makes a folder that was not there; `NameTaken` otherwise.
     virtual void createFolder(const Place& place) = 0;

@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,8 @@ namespace VaultCore
 
 namespace fs = std::filesystem;
 
-/// The real file system. An operation on a name listed in `failures` fails so often; `trace` tells what a wipe did.
+/// The real file system, for several threads at a time as long as the scripts are. An operation on a name listed in
+/// `failures` fails so often; `trace` tells what a wipe did.
 class WatchedFileSystem : public IFileSystem
 {
 public:
@@ -100,6 +102,7 @@ public:
 
     void failStep(const std::string& step)
     {
+        const std::lock_guard lock(mutex_);
         const auto found = failures.find(step);
         if (found == failures.end() || found->second.after-- > 0)
             return;
@@ -188,7 +191,7 @@ private:
         void seek(std::uint64_t offset) override { real_->seek(offset); }
         void forgetMemory() override
         {
-            owner_.forgotten.push_back(place_);
+            owner_.forget(place_);
             real_->forgetMemory();
         }
 
@@ -232,6 +235,13 @@ private:
         std::unique_ptr<INewFile> real_;
     };
 
+    void forget(const Place& place)
+    {
+        const std::lock_guard lock(mutex_);
+        forgotten.push_back(place);
+    }
+
+    std::mutex mutex_;
     std::unique_ptr<IFileSystem> real_ = createFileSystem();
 };
 

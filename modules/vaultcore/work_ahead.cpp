@@ -7,20 +7,12 @@
 
 namespace VaultCore
 {
-namespace
-{
-
-/// A single file gains nothing.
-constexpr std::size_t FewestFiles = 2;
-
-} // namespace
-
 std::unique_ptr<ResultWork> WorkAhead::take(std::span<const JobItem> items)
 {
     if (ready_.empty())
     {
         const std::span<const JobItem> batch = batchOf(items);
-        if (batch.size() < FewestFiles)
+        if (batch.size() < limits_.fewestFiles)
             return nullptr;
         ready_ = make(batch);
         finish(ready_);
@@ -46,7 +38,7 @@ std::span<const JobItem> WorkAhead::batchOf(std::span<const JobItem> items) cons
 {
     std::uint64_t bytes = 0;
     std::size_t count = 0;
-    for (; count < std::min(items.size(), limits_.files); ++count)
+    for (; count < std::min(items.size(), limits_.mostFiles); ++count)
     {
         const JobItem& item = items[count];
         bytes += item.info.size;

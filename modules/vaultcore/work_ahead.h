@@ -47,7 +47,9 @@ struct AheadLimits
     std::uint64_t largestFile = std::uint64_t{1} << 20;
     std::uint64_t bytes = std::uint64_t{32} << 20;
     /// Each of them is open until the device has it.
-    std::size_t files = 256;
+    std::size_t mostFiles = 256;
+    /// Fewer gain nothing: each by itself waits for the device no longer.
+    std::size_t fewestFiles = 5;
     /// No further one is begun after that.
     std::chrono::milliseconds time{250};
 };

@@ -34,6 +34,12 @@ extern "C" int fsync(int file)
     return static_cast<int>(::syscall(SYS_fsync, file));
 }
 
+extern "C" int syncfs(int file) noexcept
+{
+    tell("flush volume");
+    return static_cast<int>(::syscall(SYS_syncfs, file));
+}
+
 extern "C" int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) noexcept
 {
     tell((flags & RENAME_NOREPLACE) != 0 ? "rename" : "replace");
@@ -97,6 +103,27 @@ TEST_F(FlushOrderTest, ofAPackage)
     const fs::path source = put(inside / "a", "abc");
     EXPECT_EQ(stepsOf([&] { pack({source}, DestinyDelete); }),
               (Steps{"flush file", "rename", "flush folder", "remove"}));
+}
+
+/// Behind the first one, which is worked on by itself.
+TEST_F(FlushOrderTest, ofManySmallFiles)
+{
+    order.destiny = 1;
+    std::vector<fs::path> sources;
+    for (const char* name : {"a", "b", "c", "d", "e", "f"})
+        sources.push_back(put(inside / name, name));
+    const Steps together{"flush volume", "rename", "rename", "rename", "rename", "rename",
+                         "flush volume", "remove", "remove", "remove", "remove", "remove"};
+    Steps expected{"flush file", "rename", "flush folder", "remove"};
+    expected.insert(expected.end(), together.begin(), together.end());
+    EXPECT_EQ(stepsOf([&] { encrypt(sources); }), expected);
+}
+
+TEST_F(FlushOrderTest, ofAFewSmallFiles)
+{
+    const std::vector<fs::path> sources{put(inside / "a", "a"), put(inside / "b", "b")};
+    EXPECT_EQ(stepsOf([&] { encrypt(sources); }),
+              (Steps{"flush file", "rename", "flush folder", "flush file", "rename", "flush folder"}));
 }
 
 /// What is encrypted with a key is worth no more than the key.

@@ -3,6 +3,7 @@
 #include "platform/utf8.h"
 
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
@@ -81,6 +82,14 @@ Descriptor descend(Descriptor folder, const NativeText& path, int flags)
     return folder;
 }
 
+Descriptor openRoot(const NativeText& root)
+{
+    const bool oneCall = root.size() < PATH_MAX;
+    Descriptor start = openFolder(AT_FDCWD, root.empty() ? "." : oneCall ? root : root.starts_with('/') ? "/" : ".", 0);
+    checked(start.get());
+    return oneCall ? std::move(start) : descend(std::move(start), root, 0);
+}
+
 } // namespace
 
 Descriptor::~Descriptor()
@@ -143,9 +152,7 @@ struct timespec timeOf(std::uint64_t ticks)
 
 Descriptor openParent(const Place& place)
 {
-    Descriptor start = openFolder(AT_FDCWD, place.root.starts_with('/') ? "/" : ".", 0);
-    checked(start.get());
-    return descend(descend(std::move(start), place.root, 0), parentOf(place).below, O_NOFOLLOW);
+    return descend(openRoot(place.root), parentOf(place).below, O_NOFOLLOW);
 }
 
 void renameIn(int folder, const NativeText& from, const NativeText& to)

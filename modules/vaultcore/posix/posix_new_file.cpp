@@ -1,5 +1,6 @@
 #include "vaultcore/posix/posix_files.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -15,9 +16,13 @@ namespace VaultCore
 namespace
 {
 
-constexpr off_t StartToFlush = 16 << 20;
-/// Fewer files are flushed one by one: the rest of the volume may have more to write than they.
-constexpr std::size_t FewFiles = 4;
+/// So much is handed to the device at a time while the rest is being made.
+constexpr off_t Window = 16 << 20;
+/// Memory keeps no more of a file's end than these: a large result would drive out what others have there, and to fill
+/// fresh memory takes longer than to fill it again.
+constexpr off_t WindowsInMemory = 2;
+/// A file up to this size stays in memory for whoever reads it next.
+constexpr off_t KeptInMemory = 64 << 20;
 
 /// Gives the file its final name. Nothing is replaced.
 void publishIn(int folder, const NativeText& from, const NativeText& to)
@@ -63,10 +68,10 @@ public:
             if (written < 0)
                 throwError(errno);
             bytes = bytes.subspan(static_cast<std::size_t>(written));
-            waiting_ += written;
+            written_ += written;
         }
-        if (waiting_ >= StartToFlush)
-            startToFlush();
+        while (written_ - handedOver_ >= Window)
+            handOver();
     }
 
     void cutTo(std::uint64_t size) override
@@ -74,7 +79,8 @@ public:
         checked(::ftruncate(file_.get(), static_cast<off_t>(size)));
         if (::lseek(file_.get(), static_cast<off_t>(size), SEEK_SET) < 0)
             throwError(errno);
-        waiting_ = 0;
+        written_ = static_cast<off_t>(size);
+        handedOver_ = std::min(handedOver_, written_);
     }
 
     void takeOver(const FileInfo& like) override
@@ -131,11 +137,28 @@ private:
         name_ = name;
     }
 
-    /// Lets the device work while the rest is being made. Whether all arrived is asked at the end.
-    void startToFlush()
+    /// Lets the device work while the rest is being made.
+    void handOver()
     {
-        ::sync_file_range(file_.get(), 0, 0, SYNC_FILE_RANGE_WRITE);
-        waiting_ = 0;
+        writeBack(handedOver_, SYNC_FILE_RANGE_WRITE);
+        handedOver_ += Window;
+        if (handedOver_ > KeptInMemory)
+            forget(handedOver_ - (WindowsInMemory + 1) * Window);
+    }
+
+    void forget(off_t begin)
+    {
+        writeBack(begin, SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER);
+        ::posix_fadvise(file_.get(), begin, Window, POSIX_FADV_DONTNEED);
+    }
+
+    void writeBack(off_t begin, unsigned flags) const
+    {
+        // What the device refused is told once only: the flush at the end would know nothing of it. A file system that
+        // does not have the call is asked by that flush alone.
+        const int error = ::sync_file_range(file_.get(), begin, Window, flags) == 0 ? 0 : errno;
+        if (error == EIO || error == ENOSPC || error == EDQUOT)
+            throwError(error);
     }
 
     void discard() const
@@ -155,7 +178,8 @@ private:
     Descriptor folder_;
     Descriptor file_;
     NativeText name_;
-    off_t waiting_ = 0;
+    off_t written_ = 0;
+    off_t handedOver_ = 0;
     bool published_ = false;
 };
 
@@ -172,7 +196,7 @@ bool hasVolumeFlush(int file)
 
 void flushTogether(const std::vector<const PosixNewFile*>& files)
 {
-    if (files.size() <= FewFiles || !hasVolumeFlush(files.front()->file()))
+    if (!hasVolumeFlush(files.front()->file()))
     {
         for (const PosixNewFile* file : files)
             file->flush();
