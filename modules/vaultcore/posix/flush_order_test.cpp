@@ -34,6 +34,12 @@ extern "C" int fsync(int file)
     return static_cast<int>(::syscall(SYS_fsync, file));
 }
 
+extern "C" int fdatasync(int file)
+{
+    tell("flush content");
+    return static_cast<int>(::syscall(SYS_fdatasync, file));
+}
+
 extern "C" int syncfs(int file) noexcept
 {
     tell("flush volume");
@@ -88,7 +94,7 @@ TEST_F(FlushOrderTest, ofAnEncryptionThatWipes)
     order.destiny = 2;
     const fs::path source = put(inside / "a", "abc");
     EXPECT_EQ(stepsOf([&] { encrypt({source}); }),
-              (Steps{"flush file", "rename", "flush folder", "flush file", "rename", "remove"}));
+              (Steps{"flush file", "rename", "flush folder", "flush content", "rename", "remove"}));
 }
 
 TEST_F(FlushOrderTest, ofADecryption)
