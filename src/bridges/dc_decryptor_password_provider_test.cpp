@@ -5,9 +5,12 @@
 #include "fakes/fake_gui_events.h"
 #include "fakes/fake_platform.h"
 #include "fakes/fake_views.h"
+#include "platform/narrow_text.h"
 #include "windows/progress/progress_window.h"
 
 #include <gtest/gtest.h>
+
+#include <stdexcept>
 
 using namespace Fakes;
 using namespace JobRunner;
@@ -84,6 +87,40 @@ TEST_F(ADoubleClickProvider, refusesAKeyFileThatDoesNotLoadWithTheWordsOfTheEngi
     EXPECT_EQ(message, L"No key file: C:\\none");
     EXPECT_EQ(log.calls().back(), L"factory.Release");
     EXPECT_EQ(engine.liveObjects(), 0);
+}
+
+TEST_F(ADoubleClickProvider, refusesAKeyThatCannotTellItsTypeWithTheWordsOfTheEngine)
+{
+    engine.keyTypeFailure = L"No type.";
+    EXPECT_FALSE(validates(VaultCore::KeyTypeSymmetric));
+    EXPECT_EQ(message, L"No type.");
+    EXPECT_EQ(engine.liveObjects(), 0);
+}
+
+namespace
+{
+
+const char* const NarrowText = "Kein Speicher f\xc3\xbcr den Schl\xc3\xbcssel.";
+
+VaultCore::IFactory* failToCreateFactory()
+{
+    throw std::runtime_error(NarrowText);
+}
+
+} // namespace
+
+TEST_F(ADoubleClickProvider, widensTheWordsOfAnyOtherFailureAsTheThreadReadsThem)
+{
+    setVaultCoreFactory(&failToCreateFactory);
+    EXPECT_FALSE(provider.ValidateKeyFile(KeyFile, message));
+    EXPECT_EQ(message, Platform::widenThreadText(NarrowText));
+}
+
+TEST_F(ADoubleClickProvider, isAProviderFirstAndADemandBehindThat)
+{
+    const auto place = [](const auto* base) { return reinterpret_cast<std::uintptr_t>(base); };
+    EXPECT_EQ(place(&provider), place(static_cast<PasswordProviderHandler*>(&provider)));
+    EXPECT_LT(place(&provider), place(static_cast<IDpvKeyValidation*>(&provider)));
 }
 
 TEST_F(ADoubleClickProvider, endsThroughItsBaseWithTheKeysThatItStored)

@@ -203,6 +203,40 @@ TEST_F(AProvider, hidesTheProgressAndStopsItsStopwatchWhileItAsks)
     window.closeWindow();
 }
 
+TEST_F(AProvider, showsTheProgressAgainBeforeItMakesTheKey)
+{
+    window.openWindow(3);
+    window.reportFileProgress(1, 2);
+    gui.decryptionAnswers = {{0, L"", L"C:\\none"}};
+    VaultCore::IKey* key = nullptr;
+    EXPECT_THROW(provider.ProvideKey(File, &key), VaultCore::Exception);
+    EXPECT_FALSE(views.factory.progressViews.back()->hidden());
+    window.closeWindow();
+}
+
+namespace
+{
+
+VaultCore::IFactory* failToCreateFactory()
+{
+    throw VaultCore::Exception(L"No factory.");
+}
+
+} // namespace
+
+TEST_F(AProvider, makesItsFactoryBeforeItHidesTheProgress)
+{
+    window.openWindow(3);
+    window.reportFileProgress(1, 2);
+    ProgressViewLog& view = *views.factory.progressViews.back();
+    setVaultCoreFactory(&failToCreateFactory);
+    VaultCore::IKey* key = nullptr;
+    EXPECT_THROW(provider.ProvideKey(File, &key), VaultCore::Exception);
+    EXPECT_FALSE(view.hidden());
+    EXPECT_TRUE(gui.decryptionQuestions().empty());
+    window.closeWindow();
+}
+
 TEST_F(AProvider, tellsTheWindowByItsFlagWhetherOriginalsAreDeleted)
 {
     EXPECT_EQ(provider.GetPasswordWindowMode(), 1);

@@ -317,6 +317,17 @@ TEST_F(AProgressBridge, hasItsOwnOperationsRightBehindThoseOfItsFirstBase)
     EXPECT_EQ(slotOf(&ProgressEventsHandler::AttachProgress), 6U);
 }
 
+TEST_F(AProgressBridge, hasItsBasesInOrder)
+{
+    const auto place = [](const auto* base) { return reinterpret_cast<std::uintptr_t>(base); };
+    EXPECT_EQ(place(&bridge), place(static_cast<VaultCore::IOverallProgressEvents*>(&bridge)));
+    EXPECT_LT(place(&bridge), place(static_cast<VaultCore::IFileListBuilderEvents*>(&bridge)));
+    EXPECT_LT(place(static_cast<VaultCore::IFileListBuilderEvents*>(&bridge)),
+              place(static_cast<VaultCore::IFileProgressEvents*>(&bridge)));
+    EXPECT_LT(place(static_cast<VaultCore::IFileProgressEvents*>(&bridge)),
+              place(static_cast<IFileDestinyEvents*>(&bridge)));
+}
+
 class ADoubleClickBridge : public AProgressBridge
 {
 protected:

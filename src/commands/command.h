@@ -9,7 +9,7 @@ namespace JobRunner
 class IGuiEvents;
 
 /// One job of the process: made on the first thread, run once on the job thread, destroyed on the first thread after
-/// the job thread has ended.
+/// the job thread has ended. A step of the double-click job lives on the job thread alone.
 class Command
 {
 public:

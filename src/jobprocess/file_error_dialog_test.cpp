@@ -13,6 +13,8 @@ namespace JobRunner
 namespace
 {
 
+using Calls = std::vector<std::wstring>;
+
 /// A view that writes its calls and its end into the log that the tracker writes into.
 class LoggingView final : public IFileErrorWindowView
 {
@@ -71,6 +73,58 @@ TEST(AFileErrorDialog, getsAnEmptyTargetThatDiffersFromItsSource)
     EXPECT_EQ(log.callsOf(L"setTarget"), (std::vector<std::wstring>{L"setTarget "}));
     dialogs.showFileError({L"", L"", L"", L"", L"m"});
     EXPECT_EQ(log.callsOf(L"setTarget").size(), 1U);
+}
+
+class FileErrorDialogTest : public testing::Test
+{
+protected:
+    int ask(const FileErrorRequest& request) { return ModalDialogs(tracker_).showFileError(request); }
+    std::vector<std::wstring> told() { return views_.factory.fileErrors.back()->calls; }
+
+    Fakes::FakeViews views_;
+    std::shared_ptr<Fakes::RecordingTracker> tracker_ = std::make_shared<Fakes::RecordingTracker>();
+};
+
+TEST_F(FileErrorDialogTest, anEmptyTitleKeepsTheDialogsOwnTexts)
+{
+    ask({L"", L"header", L"a", L"b", L"broken"});
+    EXPECT_EQ(told(), (Calls{L"setSource a", L"setTarget b", L"setMessage broken", L"doModal"}));
+}
+
+TEST_F(FileErrorDialogTest, aTitleBringsItsHeaderEvenWhenThatIsEmpty)
+{
+    ask({L"title", L"", L"a", L"b", L"broken"});
+    EXPECT_EQ(told(), (Calls{L"setTitle title", L"setHeader ", L"setSource a", L"setTarget b", L"setMessage broken",
+                             L"doModal"}));
+}
+
+TEST_F(FileErrorDialogTest, anEqualTargetIsLeftOutAndACaseDifferenceIsNoEquality)
+{
+    ask({L"", L"", L"a", L"a", L"m"});
+    EXPECT_EQ(told(), (Calls{L"setSource a", L"setMessage m", L"doModal"}));
+    ask({L"", L"", L"a", L"A", L"m"});
+    EXPECT_EQ(told(), (Calls{L"setSource a", L"setTarget A", L"setMessage m", L"doModal"}));
+}
+
+TEST_F(FileErrorDialogTest, eachAnswerIsReportedAfterTheError)
+{
+    const std::pair<int, const wchar_t*> answers[] = {
+        {0, L"set_user_action_try"}, {1, L"set_user_action_skip"}, {2, L"set_user_action_abort"}};
+    for (const auto& [answer, action] : answers)
+    {
+        tracker_->clear();
+        views_.factory.fileErrorAnswers = {answer};
+        EXPECT_EQ(ask({L"", L"", L"a", L"a", L"broken"}), answer);
+        EXPECT_EQ(tracker_->calls(), (Calls{L"TrackViewEvent(err_file_error, broken, none)",
+                                            L"TrackViewEvent(" + std::wstring(action) + L", , none)"}));
+    }
+}
+
+TEST_F(FileErrorDialogTest, anyOtherAnswerSendsNoSecondEvent)
+{
+    views_.factory.fileErrorAnswers = {7};
+    EXPECT_EQ(ask({L"", L"", L"a", L"a", L"broken"}), 7);
+    EXPECT_EQ(tracker_->calls().size(), 1u);
 }
 
 } // namespace

@@ -41,6 +41,7 @@ void MainThread::run()
             command_->Run();
             closeMessageWindow();
         });
+    // Intended: nor is a job thread that cannot be started. Nothing ends the loop then, either.
     platform().messages.runLoop();
     if (jobThread)
         jobThread->wait();

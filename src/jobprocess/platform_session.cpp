@@ -159,6 +159,7 @@ void PlatformSession::end()
     endZelPlatform();
     if (void* const panekit = controlModule())
     {
+        // Intended: the one export that may be missing; of the other two modules it is not looked at.
         if (const auto uninitialize = find<PanekitUninitializeFunction>(panekit, "uninitialize"))
             uninitialize();
         modules().unload(panekit);

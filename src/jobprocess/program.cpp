@@ -15,6 +15,7 @@ using namespace Halden::ZEL::Telemetry;
 
 int runJobProcess(const EventTrackerPtr& tracker)
 {
+    // Intended: outside of the guard. Nothing is shown of a failure up to here; the crash filter has it.
     tracker->TrackView({ProcessTag}, ProcessTitle);
     tracker->TrackViewEvent(UsageEvent::StartModule, L"", NoEventValue);
     try

@@ -4,6 +4,7 @@
 #include "fakes/fake_documents.h"
 #include "fakes/fake_platform.h"
 #include "fakes/recording_tracker.h"
+#include "interfaces/process/exception.h"
 #include "platform/platform.h"
 #include "telemetry/i_event_tracker.h"
 
@@ -104,6 +105,20 @@ TEST_F(ProgramPhases, letAnyOtherExceptionPass)
     EXPECT_THROW(runJobProcess(tracker_), std::runtime_error);
     EXPECT_TRUE(system_.messageBoxes.boxes().empty());
     EXPECT_EQ(tracker_->calls().size(), 2U);
+}
+
+/// Fails in the first report with what the start-up would show to the user.
+class FailingTracker final : public Fakes::RecordingTracker
+{
+public:
+    void TrackView(const std::vector<std::wstring>&, const std::wstring&) override { throw Exception{L"the view"}; }
+};
+
+TEST_F(ProgramPhases, guardOnlyTheModulesAndTheJobAndNotTheReportOfTheStart)
+{
+    EXPECT_THROW(runJobProcess(std::make_shared<FailingTracker>()), Exception);
+    EXPECT_TRUE(system_.messageBoxes.boxes().empty());
+    EXPECT_TRUE(system_.log.callsOf(L"load").empty());
 }
 
 TEST_F(ProgramPhases, enterTheApartmentBeforeAnythingElse)

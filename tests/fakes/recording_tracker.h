@@ -12,7 +12,7 @@ namespace Fakes
 /// "TrackViewEvent(action, label, none)", "TrackEvent(category, action, label, 5)", "TrackCrash(module, code)" and
 /// "TrackHeartBeat(module)", and keeps the current view. It has no settings: everything is on.
 /// Safe on any thread.
-class RecordingTracker final : public Halden::ZEL::Telemetry::IEventTracker
+class RecordingTracker : public Halden::ZEL::Telemetry::IEventTracker
 {
 public:
     RecordingTracker() = default;

@@ -98,7 +98,7 @@ void ApplicationWatcher::ScanThreads(Ids& known, Ids& found, Platform::WindowHan
     {
         known.clear();
         found.insert(system().desktop.windowThread(window));
-        // Read and dropped: an application that hangs is waited for here, and not later.
+        // Intended: the text is read and dropped.
         system().desktop.windowText(window, TextLength);
         return;
     }

@@ -41,6 +41,21 @@ TEST_F(AWatcher, knowsTheApplicationByItsFileNameOrByAModuleWhateverTheCase)
     }
 }
 
+TEST_F(AWatcher, seesTheNewThreadsOfEachProcessOfTheApplication)
+{
+    // One that is known by its module, one by its name, and one behind both.
+    platform.processes.start({60, 10, Application, {}, {61}});
+    platform.processes.start({70, 10, L"editor.exe", {Application}, {71}});
+    for (const std::size_t process : {2U, 3U, 4U})
+    {
+        snapshot();
+        platform.processes.running[process].threads.push_back(90);
+        findNew();
+        EXPECT_TRUE(watcher().hasNewThreadsOrWindows()) << process;
+        platform.processes.running[process].threads.pop_back();
+    }
+}
+
 TEST_F(AWatcher, looksForTheWholePathOfTheApplication)
 {
     snapshot(L"C:\\Apps\\Editor.ex");
