@@ -85,6 +85,19 @@ TEST_F(NativeWindow, isHiddenAndKeepsNoTitle)
     EXPECT_EQ(GetClassLongW(window, GCL_HBRBACKGROUND), 6u);
 }
 
+TEST_F(NativeWindow, hasTheFrameOfAnOverlappedWindowAndNothingThatIsOnlyForTheEye)
+{
+    const HWND window = static_cast<HWND>(window_);
+    EXPECT_EQ(GetWindowLongW(window, GWL_STYLE) & WS_OVERLAPPEDWINDOW, WS_OVERLAPPEDWINDOW);
+    EXPECT_EQ(GetParent(window), nullptr);
+    EXPECT_EQ(GetMenu(window), nullptr);
+    EXPECT_EQ(GetClassLongW(window, GCL_STYLE), 0u);
+    EXPECT_EQ(GetClassLongW(window, GCL_CBWNDEXTRA), 0u);
+    EXPECT_EQ(GetClassLongW(window, GCL_HICON), 0u);
+    EXPECT_EQ(GetClassLongW(window, GCL_HICONSM), 0u);
+    EXPECT_EQ(GetClassLongW(window, GCL_HCURSOR), 0u);
+}
+
 TEST_F(NativeWindow, answersItsOwnThreadAtOnce)
 {
     EXPECT_EQ(messages_.send(window_, Question, 40, 2), 42);
