@@ -70,7 +70,7 @@ public:
     void sleep(std::uint32_t milliseconds) override { Sleep(milliseconds); }
     std::uint32_t tickCount() override { return GetTickCount(); }
     std::int64_t time() override { return secondsSince1970(); }
-    // Intended: the result is not looked at, and no thread leaves the apartment.
+    // Intended: the result is not looked at, and whoever enters here never leaves.
     void enterMultithreadedApartment() override { CoInitializeEx(nullptr, COINIT_MULTITHREADED); }
 
     ThreadReference currentThread() override { return GetCurrentThread(); }
