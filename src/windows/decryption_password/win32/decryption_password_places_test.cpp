@@ -1,6 +1,7 @@
 #include "windows/decryption_password/win32/test_dialog.h"
 
 #include "fakes/fake_platform.h"
+#include "windows/framework/win32/controls.h"
 #include "windows/framework/win32/readable_dialog.h"
 #include "windows/framework/win32/scale.h"
 
@@ -81,6 +82,36 @@ TEST_F(DecryptionDialog, placesItsControlsRightFromTheStart)
             dialog.chooseInput(0);
             const RECT after = dialog.edit(PasswordEdit).place;
             EXPECT_TRUE(EqualRect(&before, &after));
+        });
+}
+
+TEST_F(DecryptionDialog, measuresItsHeaderAtTheWidthOfItsWindowWithItsBorders)
+{
+    view->setDecryptionMode(0);
+    open(
+        [this](const OpenDialog& dialog)
+        {
+            const ShownControl header = dialog.control(ControlClass::CopyDialogGradient);
+            const auto within = static_cast<int>(header.place.right);
+            const RECT window = dialog.placeOf(dialog.window());
+            const auto whole = static_cast<int>(window.right - window.left);
+            ASSERT_GT(whole, within);
+            auto* const like = createControlAs<ICopyDialogGradient>(ControlClass::CopyDialogGradient, dialog.window(),
+                                                                    0, 0, within, 10);
+            const auto breaksWithinOnly = [&](const std::wstring& name)
+            {
+                like->setText((L"Provide Key for " + name).c_str());
+                return like->heightForWidth(within) != like->heightForWidth(whole);
+            };
+            std::wstring name(40, L'i');
+            for (std::size_t wide = 0; wide < name.size() && !breaksWithinOnly(name); ++wide)
+                name[wide] = L'W';
+            ASSERT_TRUE(breaksWithinOnly(name));
+            view->setFileName(name);
+            view->setDecryptionMode(0);
+            const RECT shown = dialog.control(ControlClass::CopyDialogGradient).place;
+            EXPECT_EQ(shown.bottom - shown.top, like->heightForWidth(whole));
+            like->destroy();
         });
 }
 

@@ -80,12 +80,9 @@ void DecryptionPasswordView::showError(const std::wstring& message)
 
 INT_PTR CALLBACK DecryptionPasswordView::procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message == WM_INITDIALOG)
-    {
-        SetWindowLongPtrW(dialog, DWLP_USER, static_cast<LONG_PTR>(lParam));
-        reinterpret_cast<DecryptionPasswordView*>(lParam)->dialog_ = dialog;
-    }
-    auto* const self = reinterpret_cast<DecryptionPasswordView*>(GetWindowLongPtrW(dialog, DWLP_USER));
+    auto* const self = viewOf<DecryptionPasswordView>(dialog, message, lParam);
+    if (self && message == WM_INITDIALOG)
+        self->dialog_ = dialog;
     return self && self->dialog_ ? self->onMessage(message, wParam, lParam) : FALSE;
 }
 

@@ -1,6 +1,8 @@
 #include "windows/decryption_password/win32/test_dialog.h"
 
 #include "systemutilities/shell_utilities.h"
+#include "windows/framework/win32/active_window.h"
+#include "windows/framework/win32/ended_controls.h"
 
 namespace JobRunner
 {
@@ -280,10 +282,31 @@ TEST_F(DecryptionDialog, asksForHelpAndStaysUp)
     open(
         [](const OpenDialog& dialog)
         {
-            SendMessageW(dialog.window(), WM_COMMAND, 110, 0);
+            EXPECT_FALSE(GetModuleHandleW(L"hhctrl.ocx"));
+            EXPECT_TRUE(dialog.handles(WM_COMMAND, 110, 0));
+            EXPECT_TRUE(GetModuleHandleW(L"hhctrl.ocx")) << "the help viewer";
             dialog.pump();
             EXPECT_TRUE(IsWindowVisible(dialog.window()));
         });
+}
+
+TEST_F(DecryptionDialog, endsItsControlsInItsOwnOrderAndLeavesTheKeyFileToItsWindow)
+{
+    EndedControls controls;
+    view->setDecryptionMode(0);
+    open([&](const OpenDialog& dialog) { controls.watch(dialog.window()); });
+    EXPECT_EQ(controls.ended,
+              (std::vector<std::wstring>{
+                  L"Please enter password or provide key file to decrypt selected files on your computer.", L"Password",
+                  L"", L"Keep original files (do not delete).", L"Origin:"}));
+    EXPECT_EQ(controls.left,
+              (std::vector<std::wstring>{ControlClass::EditWithIconButtons, L"Button", L"Button", L"Button"}));
+}
+
+TEST_F(DecryptionDialog, isOwnedByTheActiveWindow)
+{
+    const ActiveWindow owner;
+    open([&](const OpenDialog& dialog) { EXPECT_TRUE(owner.owns(dialog.window())); });
 }
 
 } // namespace JobRunner

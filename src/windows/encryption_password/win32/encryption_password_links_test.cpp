@@ -131,6 +131,8 @@ TEST_F(EncryptionDialog, takesAnAlgorithmAndShowsItAsTheLink)
             dialog.click(IDC_SECTION);
             chooseAlgorithm(dialog, 14);
             EXPECT_TRUE(dialog.shows(L"TWOFISH"));
+            EXPECT_EQ(SendMessageW(list(dialog), CB_GETCOUNT, 0, 0), 17) << "filled anew, not once more";
+            EXPECT_EQ(SendMessageW(list(dialog), CB_GETCURSEL, 0, 0), 14);
             EXPECT_FALSE(dialog.control(ControlClass::ComboBox).visible);
             EXPECT_EQ(GetFocus(), dialog.withText(L"TWOFISH").window);
             dialog.click(IDC_SECTION);
@@ -183,8 +185,9 @@ TEST_F(EncryptionDialog, setsChangesAndRemovesTheRiddle)
             EXPECT_TRUE(dialog.shows(L"first pet"));
             EXPECT_EQ(view->getRiddle(), L"first pet");
             edit(dialog, L"riddle",
-                 [](const OpenDialog& editor)
+                 [&](const OpenDialog& editor)
                  {
+                     EXPECT_EQ(GetWindow(editor.window(), GW_OWNER), dialog.window());
                      EXPECT_EQ(editor.item(IDC_EDITOR_TEXT).text, L"first pet");
                      enterAndClick(L"other", IDC_CANCEL)(editor);
                  });
@@ -254,6 +257,7 @@ TEST_F(EncryptionDialog, changesTheCommentAndItsBoxOnOk)
             edit(dialog, L"sfxcomment",
                  [&](const OpenDialog& editor)
                  {
+                     EXPECT_EQ(GetWindow(editor.window(), GW_OWNER), dialog.window());
                      EXPECT_EQ(editor.item(IDC_EDITOR_TEXT).text, L"holiday pictures");
                      check(editor);
                      enterAndClick(L"other", IDC_CANCEL)(editor);

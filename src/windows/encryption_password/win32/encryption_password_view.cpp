@@ -1,17 +1,12 @@
 #include "windows/encryption_password/win32/encryption_password_view.h"
 
-#include "resources/resource.h"
-#include "windows/encryption_password/encryption_password_layout.h"
 #include "windows/framework/password_dialog_texts.h"
 #include "windows/framework/win32/control_messages.h"
 #include "windows/framework/win32/dialog.h"
 #include "windows/framework/win32/placement.h"
-#include "windows/framework/win32/scale.h"
 #include "windows/text_editors/edit_text.h"
 #include "windows/text_editors/win32/riddle_window_view.h"
 #include "windows/text_editors/win32/sfx_comment_window_view.h"
-
-#include <algorithm>
 
 namespace JobRunner
 {
@@ -23,17 +18,8 @@ namespace
 constexpr UINT FocusPassword = WM_USER + 100;
 /// No item of the dialog sends it; accepted, and nothing happens.
 constexpr int SilentCommand = 110;
-constexpr int Buttons[] = {IDC_PROCEED, IDC_CANCEL, IDC_SECTION};
-/// Of a value in the section. A riddle has no limit, and the buttons have to stay on the screen.
-constexpr int MostLines = 8;
 constexpr COLORREF MismatchColour = RGB(255, 0, 0);
 constexpr COLORREF TextColour = RGB(0, 0, 0);
-
-LayoutSize sizeOf(ICustomControl& control)
-{
-    const LayoutBox box = boxOf(control);
-    return {box.width, box.height};
-}
 
 } // namespace
 
@@ -62,12 +48,9 @@ void EncryptionPasswordView::setRepeatMismatch(bool mismatch)
 
 INT_PTR CALLBACK EncryptionPasswordView::procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message == WM_INITDIALOG)
-    {
-        SetWindowLongPtrW(dialog, DWLP_USER, static_cast<LONG_PTR>(lParam));
-        reinterpret_cast<EncryptionPasswordView*>(lParam)->dialog_ = dialog;
-    }
-    auto* const self = reinterpret_cast<EncryptionPasswordView*>(GetWindowLongPtrW(dialog, DWLP_USER));
+    auto* const self = viewOf<EncryptionPasswordView>(dialog, message, lParam);
+    if (self && message == WM_INITDIALOG)
+        self->dialog_ = dialog;
     return self && self->dialog_ ? self->onMessage(message, wParam, lParam) : FALSE;
 }
 
@@ -109,7 +92,6 @@ INT_PTR EncryptionPasswordView::onCommand(int id)
         return EndDialog(dialog_, IDC_CANCEL);
     case IDC_SECTION:
         setSectionState(state_.otherSection());
-        InvalidateRect(dialog_, nullptr, TRUE);
         return TRUE;
     case SilentCommand:
         return TRUE;
@@ -275,17 +257,6 @@ void EncryptionPasswordView::setSectionState(int section)
     layOut();
 }
 
-void EncryptionPasswordView::showRows()
-{
-    const bool open = state_.sectionOpen();
-    for (const Row& row : rows_)
-    {
-        showControl(*row.caption, open);
-        showControl(*row.value, open && !(row.value == algorithmLink_ && algorithmListShown_));
-    }
-    showControl(*algorithmList_, open && algorithmListShown_);
-}
-
 void EncryptionPasswordView::showAlgorithmList(bool shown)
 {
     algorithmListShown_ = shown;
@@ -312,64 +283,6 @@ void EncryptionPasswordView::updateLinks()
         commentLink_->setText(EncryptionText::SfxCommentLink);
     if (state_.section != 0)
         layOut(); // a riddle may need another height
-}
-
-void EncryptionPasswordView::layOut()
-{
-    inputChoice_->fitToContent();
-    EncryptionContent content;
-    content.scale = [this](int distance) { return scaleByDpi(dialog_, distance); };
-    content.captionColumn = [this](LayoutPoint place)
-    {
-        moveTo(*inputChoice_, place);
-        return inputChoice_->getCaptionLeft();
-    };
-    content.headerBottom = boxOf(*header_).bottom();
-    content.cancelRight = boxOfItem(dialog_, IDC_CANCEL).right();
-    content.buttonHeight = boxOfItem(dialog_, IDC_PROCEED).height;
-    content.originCaption = sizeOf(*originCaption_);
-    content.inputChoice = sizeOf(*inputChoice_);
-    content.repeatCaption = sizeOf(*repeatCaption_);
-    content.editHeight = boxOf(*password_).height;
-    content.passwordMode = state_.inputMode != KeyFileInput;
-    content.sectionOpen = state_.sectionOpen();
-    const int longest = MostLines * content.originCaption.height;
-    for (const Row& row : rows_)
-        content.rows.emplace_back([&, value = row.value](int width)
-                                  { return std::min(value->heightForWidth(width), longest); });
-
-    const EncryptionLayout layout = layOutEncryption(content);
-    moveTo(*originCaption_, layout.originCaption);
-    moveTo(*origin_, layout.originText);
-    setTextWidth(*origin_, layout.valueWidth);
-    for (IEditWithIconButtons* const edit : {password_, repeat_, keyFile_})
-        edit->setWidth(layout.valueWidth, true);
-    moveTo(*password_, layout.firstEdit);
-    moveTo(*keyFile_, layout.firstEdit);
-    moveTo(*repeat_, layout.repeatEdit);
-    moveTo(*repeatCaption_, layout.repeatCaption);
-    applyRows(layout);
-    showRows();
-    for (const int id : Buttons)
-        moveItem(dialog_, id, {boxOfItem(dialog_, id).x, layout.buttonsTop});
-    endWindowAt(dialog_, layout.dialogBottom);
-    InvalidateRect(dialog_, nullptr, TRUE);
-}
-
-void EncryptionPasswordView::applyRows(const EncryptionLayout& layout)
-{
-    for (std::size_t i = 0; i < rows_.size(); ++i)
-    {
-        const EncryptionRowPlace& place = layout.rows[i];
-        moveTo(*rows_[i].caption, place.caption);
-        moveTo(*rows_[i].value, {place.value.x, place.value.y});
-        rows_[i].value->setWidth(place.value.width, true);
-        rows_[i].value->setHeight(place.value.height);
-        if (rows_[i].value != algorithmLink_)
-            continue;
-        moveTo(*algorithmList_, {place.value.x, place.value.y});
-        algorithmList_->setWidth(AlgorithmListWidth, true);
-    }
 }
 
 } // namespace JobRunner

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "resources/resource.h"
 #include "windows/encryption_password/encryption_password_state.h"
 #include "windows/encryption_password/i_encryption_password_view.h"
 #include "windows/framework/win32/password_controls.h"
@@ -11,6 +12,7 @@
 namespace JobRunner
 {
 
+struct EncryptionContent;
 struct EncryptionLayout;
 
 /// The dialog of template 304 with its custom controls. See `IEncryptionPasswordView`.
@@ -58,11 +60,16 @@ private:
     void readEdits();
     void setInputMode(int mode);
     void setSectionState(int section);
-    void showRows();
     void showAlgorithmList(bool shown);
     void updateLinks();
+    /// Places everything, shows or hides the section, and paints anew.
     void layOut();
+    EncryptionContent measure();
+    void applyFirstRows(const EncryptionLayout& layout);
     void applyRows(const EncryptionLayout& layout);
+    void showRows();
+
+    static constexpr int Buttons[] = {IDC_PROCEED, IDC_CANCEL, IDC_SECTION};
 
     EncryptionPasswordState state_;
     const bool selfExtracting_;

@@ -1,6 +1,8 @@
 #include "windows/encryption_password/win32/test_dialog.h"
 
 #include "windows/encryption_password/encryption_password_texts.h"
+#include "windows/framework/win32/active_window.h"
+#include "windows/framework/win32/ended_controls.h"
 
 namespace JobRunner
 {
@@ -71,6 +73,20 @@ TEST_F(EncryptionDialog, makesItsControlsInTheOrderOfTheTabKeyWithTheButtonsLast
             EXPECT_EQ(dialog.controls(ControlClass::ComboBox).size(), 1u);
             EXPECT_EQ(dialog.controls(ControlClass::CopyDialogGradient).size(), 1u);
         });
+}
+
+TEST_F(EncryptionDialog, endsAllItsControlsAheadOfItsWindow)
+{
+    EndedControls controls;
+    open([&](const OpenDialog& dialog) { controls.watch(dialog.window()); });
+    EXPECT_EQ(controls.ended.size(), 13u);
+    EXPECT_EQ(controls.left, (std::vector<std::wstring>{L"Button", L"Button", L"Button"}));
+}
+
+TEST_F(EncryptionDialog, isOwnedByTheActiveWindow)
+{
+    const ActiveWindow owner;
+    open([&](const OpenDialog& dialog) { EXPECT_TRUE(owner.owns(dialog.window())); });
 }
 
 TEST_F(EncryptionDialog, takesWhatWasTypedOnProceed)
@@ -147,7 +163,8 @@ TEST_F(EncryptionDialog, acceptsCommand110AndDoesNothing)
     open(
         [](const OpenDialog& dialog)
         {
-            SendMessageW(dialog.window(), WM_COMMAND, 110, 0);
+            EXPECT_TRUE(dialog.handles(WM_COMMAND, 110, 0));
+            EXPECT_FALSE(dialog.handles(WM_COMMAND, 111, 0));
             EXPECT_TRUE(IsWindow(dialog.window()));
             EXPECT_TRUE(dialog.shows(L"More >>"));
         });
@@ -202,6 +219,7 @@ TEST_F(EncryptionDialog, showsAPasswordOnlyWhileItsOwnButtonIsHeld)
 TEST_F(EncryptionDialog, takesButtonsOfNoEditAndFurtherButtonsAsHandled)
 {
     view->onBrowseKeyFile = {[](void*) { ADD_FAILURE(); }, nullptr};
+    view->onPasswordsChanged = {[](void*) { ADD_FAILURE(); }, nullptr};
     open(
         [](const OpenDialog& dialog)
         {
@@ -213,6 +231,7 @@ TEST_F(EncryptionDialog, takesButtonsOfNoEditAndFurtherButtonsAsHandled)
             EXPECT_TRUE(dialog.tell(ControlMessage::ButtonPressed, password, 1));
             EXPECT_TRUE(dialog.tell(ControlMessage::ButtonPressed, keyFile, 1));
             EXPECT_TRUE(dialog.tell(ControlMessage::ButtonClicked, keyFile, 0));
+            EXPECT_TRUE(dialog.tell(ControlMessage::TextChanged, keyFile, 0));
             EXPECT_TRUE(dialog.isMasked(PasswordEdit));
             EXPECT_FALSE(dialog.tell(ControlMessage::UpdateBackground, 0, 0));
         });

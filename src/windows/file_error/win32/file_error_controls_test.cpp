@@ -2,8 +2,10 @@
 
 #include "windows/drawing/gdi_handles.h"
 #include "windows/drawing/memory_buffer.h"
+#include "windows/framework/win32/active_window.h"
 #include "windows/framework/win32/controls.h"
 #include "windows/framework/win32/dialog_visitor.h"
+#include "windows/framework/win32/ended_controls.h"
 
 #include <gtest/gtest.h>
 
@@ -18,8 +20,6 @@ namespace
 {
 
 using Picture = std::vector<COLORREF>;
-
-constexpr int Buttons = 3;
 
 Picture pictureOf(HWND control)
 {
@@ -84,25 +84,6 @@ LRESULT CALLBACK refuseWindows(int code, WPARAM wParam, LPARAM lParam)
     return code == HCBT_CREATEWND ? 1 : CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-WNDPROC dialogsOwn = nullptr;
-int childrenAfterDestroy = -1;
-
-int countChildren(HWND window)
-{
-    int count = 0;
-    for (HWND child = nullptr; (child = FindWindowExW(window, child, nullptr, nullptr)) != nullptr;)
-        ++count;
-    return count;
-}
-
-LRESULT CALLBACK countAtDestroy(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    const LRESULT result = CallWindowProcW(dialogsOwn, window, message, wParam, lParam);
-    if (message == WM_DESTROY)
-        childrenAfterDestroy = countChildren(window);
-    return result;
-}
-
 } // namespace
 
 TEST_F(FileErrorControls, haveAHeaderWithTheQuestionOnItsTwoBlues)
@@ -119,6 +100,26 @@ TEST_F(FileErrorControls, haveAHeaderWithTheQuestionOnItsTwoBlues)
             like->setText(L"Please choose what to do with file.");
             like->setColors(RGB(8, 56, 141), RGB(5, 22, 52));
             EXPECT_EQ(pictureOf(header), pictureOf(static_cast<HWND>(like->getWindowHandle())));
+            like->destroy();
+        });
+}
+
+TEST_F(FileErrorControls, haveAHeaderWhoseHeightDoesNotFollowItsText)
+{
+    std::wstring text = L"A header";
+    while (text.size() < 200)
+        text += L" of many words";
+    view_.setHeader(text.c_str());
+    open(
+        [&](HWND dialog)
+        {
+            const HWND header = childOf(dialog, text.c_str());
+            auto* const like = controlLike<ICopyDialogGradient>(header, ControlClass::CopyDialogGradient);
+            RECT client{};
+            GetClientRect(header, &client);
+            EXPECT_EQ(client.bottom, like->heightForWidth(0)) << "before it has its text";
+            like->setText(text.c_str());
+            EXPECT_LT(client.bottom, like->heightForWidth(static_cast<int>(client.right)));
             like->destroy();
         });
 }
@@ -159,14 +160,10 @@ TEST_F(FileErrorControls, areMadeInOneOrder)
 
 TEST_F(FileErrorControls, endBeforeTheirDialogDoes)
 {
-    open(
-        [](HWND dialog)
-        {
-            EXPECT_GT(countChildren(dialog), Buttons);
-            dialogsOwn = reinterpret_cast<WNDPROC>(
-                SetWindowLongPtrW(dialog, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&countAtDestroy)));
-        });
-    EXPECT_EQ(childrenAfterDestroy, Buttons);
+    EndedControls controls;
+    open([&](HWND dialog) { controls.watch(dialog); });
+    EXPECT_EQ(controls.ended.size(), 4u);
+    EXPECT_EQ(controls.left, (std::vector<std::wstring>{L"Button", L"Button", L"Button"}));
 }
 
 TEST_F(FileErrorControls, standInADialogInTheMiddleOfTheScreen)
@@ -185,12 +182,8 @@ TEST_F(FileErrorControls, standInADialogInTheMiddleOfTheScreen)
 
 TEST_F(FileErrorControls, standInADialogOwnedByTheActiveWindow)
 {
-    const HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 100, 100, 300, 200, nullptr, nullptr,
-                                       nullptr, nullptr);
-    SetActiveWindow(owner);
-    ASSERT_EQ(GetActiveWindow(), owner);
-    open([owner](HWND dialog) { EXPECT_EQ(GetWindow(dialog, GW_OWNER), owner); });
-    DestroyWindow(owner);
+    const ActiveWindow owner;
+    open([&](HWND dialog) { EXPECT_TRUE(owner.owns(dialog)); });
 }
 
 TEST_F(FileErrorControls, answerAbortWhenTheirDialogCannotBeMade)

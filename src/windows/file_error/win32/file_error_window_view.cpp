@@ -76,12 +76,9 @@ int FileErrorWindowView::doModal()
 
 INT_PTR CALLBACK FileErrorWindowView::procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message == WM_INITDIALOG)
-    {
-        SetWindowLongPtrW(dialog, DWLP_USER, static_cast<LONG_PTR>(lParam));
-        reinterpret_cast<FileErrorWindowView*>(lParam)->dialog_ = dialog;
-    }
-    auto* const self = reinterpret_cast<FileErrorWindowView*>(GetWindowLongPtrW(dialog, DWLP_USER));
+    auto* const self = viewOf<FileErrorWindowView>(dialog, message, lParam);
+    if (self && message == WM_INITDIALOG)
+        self->dialog_ = dialog;
     return self ? self->onMessage(message, wParam) : FALSE;
 }
 

@@ -1,14 +1,10 @@
 #include "windows/framework/win32/help_topic.h"
 
-#include <string>
-
 namespace JobRunner
 {
 
 namespace
 {
-/// Intended: never set in this process.
-std::wstring helpFile;
 constexpr UINT DisplayTopic = 0;
 using HtmlHelpFunction = HWND(WINAPI*)(HWND owner, const wchar_t* file, UINT command, DWORD_PTR data);
 } // namespace
@@ -21,7 +17,12 @@ void showHelpTopic(HWND owner, const wchar_t* topic)
         return;
     const auto show = reinterpret_cast<HtmlHelpFunction>(reinterpret_cast<void*>(GetProcAddress(viewer, "HtmlHelpW")));
     if (show)
-        show(owner, (helpFile + L"::/" + topic).c_str(), DisplayTopic, 0);
+        show(owner, helpRequest(topic).c_str(), DisplayTopic, 0);
+}
+
+std::wstring helpRequest(const wchar_t* topic)
+{
+    return std::wstring(L"::/") + topic;
 }
 
 } // namespace JobRunner

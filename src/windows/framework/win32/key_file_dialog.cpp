@@ -4,9 +4,6 @@
 
 #include <memory>
 
-#include <windows.h>
-
-#include <commdlg.h>
 #include <shobjidl.h>
 
 namespace JobRunner
@@ -19,7 +16,6 @@ constexpr const wchar_t* Extension = L"zelkey";
 constexpr COMDLG_FILTERSPEC FileTypes[] = {{L"Zel Key files (*.zelkey)", L"*.zelkey"},
                                            {L"All documents (*.*)", L"*.*"}};
 constexpr wchar_t ClassicFilter[] = L"Zel Key files\0*.zelkey\0All Files\0*.*\0";
-constexpr DWORD ClassicPathLength = 260;
 
 struct ReleaseCom
 {
@@ -68,6 +64,14 @@ UINT_PTR CALLBACK passEverything(HWND, UINT, WPARAM, LPARAM)
 std::wstring showClassicDialog()
 {
     wchar_t path[ClassicPathLength] = {};
+    OPENFILENAMEW request = classicKeyFileRequest(path);
+    return GetOpenFileNameW(&request) ? path : std::wstring();
+}
+
+} // namespace
+
+OPENFILENAMEW classicKeyFileRequest(wchar_t (&path)[ClassicPathLength])
+{
     OPENFILENAMEW request{};
     request.lStructSize = sizeof(request);
     request.lpstrFilter = ClassicFilter;
@@ -76,10 +80,8 @@ std::wstring showClassicDialog()
     request.lpstrDefExt = Extension;
     request.Flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_ENABLEHOOK | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY;
     request.lpfnHook = passEverything;
-    return GetOpenFileNameW(&request) ? path : std::wstring();
+    return request;
 }
-
-} // namespace
 
 std::wstring showKeyFileDialog(bool initializeCom)
 {

@@ -119,8 +119,12 @@ public:
     /// A message of the controls; true when the dialog takes it as handled.
     bool tell(const wchar_t* message, WPARAM control, LPARAM detail) const
     {
+        return handles(RegisterWindowMessageW(message), control, detail);
+    }
+    bool handles(UINT message, WPARAM wParam, LPARAM lParam) const
+    {
         const auto procedure = reinterpret_cast<DLGPROC>(GetWindowLongPtrW(window_, DWLP_DLGPROC));
-        return procedure(window_, RegisterWindowMessageW(message), control, detail) != FALSE;
+        return procedure(window_, message, wParam, lParam) != FALSE;
     }
     /// Opens the menu of the input choice and picks an item with the keys.
     void chooseInput(int index) const

@@ -1,9 +1,12 @@
 #include "windows/progress/win32/progress_dialog.h"
 
+#include "fakes/fake_platform.h"
 #include "resources/resource.h"
+#include "windows/framework/win32/class_object.h"
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -61,29 +64,6 @@ private:
     }
 };
 
-class TaskbarFactory final : public IClassFactory
-{
-public:
-    explicit TaskbarFactory(RecordingTaskbar& taskbar) : taskbar_(taskbar) {}
-
-    HRESULT WINAPI QueryInterface(REFIID iid, void** object) override
-    {
-        const bool known = IsEqualIID(iid, IID_IClassFactory) || IsEqualIID(iid, IID_IUnknown);
-        *object = known ? this : nullptr;
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    ULONG WINAPI AddRef() override { return 1; }
-    ULONG WINAPI Release() override { return 1; }
-    HRESULT WINAPI CreateInstance(IUnknown*, REFIID iid, void** object) override
-    {
-        return taskbar_.QueryInterface(iid, object);
-    }
-    HRESULT WINAPI LockServer(BOOL) override { return S_OK; }
-
-private:
-    RecordingTaskbar& taskbar_;
-};
-
 /// Every taskbar that this process asks for is the recording one.
 class ProgressTaskbarTest : public testing::Test
 {
@@ -91,15 +71,14 @@ protected:
     void SetUp() override
     {
         ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
-        ASSERT_EQ(CoRegisterClassObject(CLSID_TaskbarList, &factory_, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
-                                        &registration_),
-                  S_OK);
+        registration_ = std::make_unique<ClassObject>(CLSID_TaskbarList, taskbar_);
+        ASSERT_TRUE(registration_->isRegistered());
         window_ = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 5, 5, 200, 100, nullptr, nullptr, nullptr, nullptr);
     }
     void TearDown() override
     {
         DestroyWindow(window_);
-        CoRevokeClassObject(registration_);
+        registration_.reset();
         CoUninitialize();
     }
 
@@ -112,8 +91,7 @@ protected:
     }
 
     RecordingTaskbar taskbar_;
-    TaskbarFactory factory_{taskbar_};
-    DWORD registration_ = 0;
+    std::unique_ptr<ClassObject> registration_;
     HWND window_ = nullptr;
 };
 
@@ -160,6 +138,23 @@ TEST_F(ProgressTaskbarTest, isLeftAloneByOtherChanges)
     changes.totalPosition = 7;
     dialog.apply(changes);
     EXPECT_TRUE(taskbar_.calls.empty());
+}
+
+TEST_F(ProgressTaskbarTest, standsAsideWhileTheDialogComesToTheFrontEachTimeItIsShown)
+{
+    const Fakes::FakePlatform platform;
+    ProgressDialog dialog(window_);
+    const std::wstring toTheFront =
+        L"setForegroundWindow " + std::to_wstring(reinterpret_cast<std::uintptr_t>(window_));
+    ProgressChanges changes;
+    changes.visible = true;
+    dialog.apply(changes);
+    dialog.apply(changes);
+    EXPECT_TRUE(IsWindowVisible(window_));
+    changes.visible = false;
+    dialog.apply(changes);
+    EXPECT_FALSE(IsWindowVisible(window_));
+    EXPECT_EQ(platform.log.callsOf(L"setForegroundWindow"), (std::vector<std::wstring>{toTheFront, toTheFront}));
 }
 
 TEST_F(ProgressTaskbarTest, centresItsDialog)

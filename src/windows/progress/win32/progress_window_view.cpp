@@ -176,13 +176,7 @@ void ProgressWindowView::run()
 
 INT_PTR CALLBACK ProgressWindowView::dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message == WM_INITDIALOG)
-    {
-        SetWindowLongPtrW(window, DWLP_USER, lParam);
-        reinterpret_cast<ProgressWindowView*>(lParam)->onInitDialog(window);
-        return TRUE;
-    }
-    auto* view = reinterpret_cast<ProgressWindowView*>(GetWindowLongPtrW(window, DWLP_USER));
+    auto* const view = viewOf<ProgressWindowView>(window, message, lParam);
     return view && view->onMessage(window, message, wParam);
 }
 
@@ -197,6 +191,9 @@ bool ProgressWindowView::onMessage(HWND window, UINT message, WPARAM wParam)
 {
     switch (message)
     {
+    case WM_INITDIALOG:
+        onInitDialog(window);
+        return true;
     case MessageDrain:
         drain();
         return true;

@@ -93,13 +93,15 @@ protected:
     }
     LRESULT position(int id) const { return SendMessageW(item(id), PBM_GETPOS, 0, 0); }
     bool isMarquee() const { return (GetWindowLongW(item(IDC_TOTAL_BAR), GWL_STYLE) & PBS_MARQUEE) != 0; }
-    bool isMoving() const
+    GUITHREADINFO thread() const
     {
         GUITHREADINFO information{};
         information.cbSize = sizeof information;
         GetGUIThreadInfo(GetWindowThreadProcessId(dialog_, nullptr), &information);
-        return (information.flags & GUI_INMOVESIZE) != 0;
+        return information;
     }
+    bool isMoving() const { return (thread().flags & GUI_INMOVESIZE) != 0; }
+    HWND focus() const { return thread().hwndFocus; }
     void click(int id) const { SendMessageW(item(id), BM_CLICK, 0, 0); }
 
     std::atomic<int> cancels_{0};
@@ -280,6 +282,16 @@ TEST_F(ProgressDialogTest, escapeAndCloseDoNotEndIt)
     view_->setSpeed(1024);
     EXPECT_TRUE(reads(IDC_SPEED, L"1 Kb/sec"));
     EXPECT_EQ(cancels_, 0);
+}
+
+TEST_F(ProgressDialogTest, theKeyboardReachesItsButtons)
+{
+    open();
+    view_->show();
+    ASSERT_TRUE(eventually([&] { return IsWindowVisible(dialog_) != FALSE; }));
+    ASSERT_TRUE(eventually([&] { return focus() == item(IDC_CANCEL_JOB); }));
+    PostMessageW(focus(), WM_KEYDOWN, VK_TAB, 1);
+    EXPECT_TRUE(eventually([&] { return focus() == item(IDC_PAUSE_JOB); }));
 }
 
 TEST_F(ProgressDialogTest, reportsAreShownWhileTheUserMovesTheWindow)

@@ -27,19 +27,23 @@ bool TextEditorDialog::doModal()
 
 INT_PTR CALLBACK TextEditorDialog::procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message == WM_INITDIALOG)
-    {
-        SetWindowLongPtrW(dialog, DWLP_USER, static_cast<LONG_PTR>(lParam));
-        reinterpret_cast<TextEditorDialog*>(lParam)->onInit(dialog);
-        return TRUE;
-    }
-    auto* const self = reinterpret_cast<TextEditorDialog*>(GetWindowLongPtrW(dialog, DWLP_USER));
-    if (!self || message != WM_COMMAND)
+    auto* const self = viewOf<TextEditorDialog>(dialog, message, lParam);
+    if (!self)
         return FALSE;
-    switch (LOWORD(wParam))
+    if (message == WM_COMMAND)
+        return self->onCommand(dialog, LOWORD(wParam));
+    if (message != WM_INITDIALOG)
+        return FALSE;
+    self->onInit(dialog);
+    return TRUE;
+}
+
+INT_PTR TextEditorDialog::onCommand(HWND dialog, int id)
+{
+    switch (id)
     {
     case IDC_PROCEED:
-        self->takeInput(dialog);
+        takeInput(dialog);
         return EndDialog(dialog, IDC_PROCEED);
     case IDC_CANCEL:
         return EndDialog(dialog, IDC_CANCEL);

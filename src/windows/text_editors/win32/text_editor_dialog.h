@@ -23,6 +23,7 @@ public:
 
 private:
     static INT_PTR CALLBACK procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR onCommand(HWND dialog, int id);
     void onInit(HWND dialog);
     void takeInput(HWND dialog);
 
