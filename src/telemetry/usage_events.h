@@ -128,6 +128,10 @@ inline constexpr const wchar_t* CrashAddressLabel = L"Crash Address";
 inline constexpr const wchar_t* HeartBeat = L"heartbeat";
 inline constexpr const wchar_t* TelemetryDisabled = L"set_disabled_telemetry";
 
+// Known words that nobody sends, kept for a new sender: no elapsed time is reported.
+inline constexpr const wchar_t* SpentTimeSeconds = L"spent_time_seconds";
+inline constexpr const wchar_t* Show = L"show";
+
 } // namespace UsageEvent
 
 } // namespace Halden::ZEL::Telemetry

@@ -6,6 +6,8 @@
 #include "windows/framework/win32/dialog.h"
 #include "windows/framework/win32/placement.h"
 
+#include <ranges>
+
 namespace JobRunner
 {
 
@@ -119,7 +121,9 @@ void FileErrorWindowView::onInit()
 void FileErrorWindowView::onErase(HDC dc)
 {
     background_.prepare(dialog_); // the height of the dialog changes
-    background_.paint(dialog_, dc, controls_);
+    // All but the header, which is the first of them.
+    const auto texts = controls_ | std::views::drop(1);
+    background_.paint(dialog_, dc, {texts.begin(), texts.end()});
 }
 
 void FileErrorWindowView::onDestroy()
