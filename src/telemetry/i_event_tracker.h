@@ -31,7 +31,7 @@ public:
 
     // Without effect while usage statistics are disabled or there is no client.
 
-    /// The same as `TrackView` with the state's path and title.
+    /// The same as `TrackView` with the state's path and title. Intended: going back to a view reports it once more.
     virtual void TrackViewState(const ViewState& state) = 0;
     /// Makes this the current view and reports it. `path` holds the segments, outermost first.
     virtual void TrackView(const std::vector<std::wstring>& path, const std::wstring& title) = 0;

@@ -132,7 +132,7 @@ void EncryptionPasswordView::onEditButton(int control, bool pressed)
             pressed ? edit->unmaskText() : edit->maskText();
     if (pressed && control == keyFile_->getControlId())
     {
-        state_.keyFile = keyFile_->getText();
+        state_.keyFile = keyFile_->getText(); // kept, though the file dialog is not told of it
         onBrowseKeyFile();
     }
 }

@@ -73,6 +73,7 @@ private:
 
     EncryptionPasswordState state_;
     const bool selfExtracting_;
+    /// Kept: a list that is left without a choice stays in place of the link.
     bool algorithmListShown_ = false;
 
     HWND dialog_ = nullptr;
