@@ -115,18 +115,6 @@ LONG expectRows(const OpenDialog& dialog, std::size_t count, LONG above)
     return bottom;
 }
 
-/// What a control draws in its lower right corner.
-COLORREF lastPixelOf(HWND control)
-{
-    RECT client{};
-    GetClientRect(control, &client);
-    const Drawing::WindowDc dc(control);
-    Drawing::MemoryBuffer buffer;
-    buffer.create(dc.get(), static_cast<int>(client.right), static_cast<int>(client.bottom));
-    SendMessageW(control, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(buffer.dc()), PRF_CLIENT);
-    return GetPixel(buffer.dc(), static_cast<int>(client.right) - 1, static_cast<int>(client.bottom) - 1);
-}
-
 void expectReadable(const OpenDialog& dialog)
 {
     expectTidy(dialog);
@@ -148,18 +136,6 @@ TEST_F(EncryptionDialog, paintsItsPanelAndItsBand)
             expectPanelAboveBand(dialog);
             dialog.click(IDC_SECTION);
             expectPanelAboveBand(dialog);
-        });
-}
-
-TEST_F(EncryptionDialog, drawsItsRowsOverWhiteOnceTheyAreOpened)
-{
-    open(
-        [](const OpenDialog& dialog)
-        {
-            dialog.click(IDC_SECTION);
-            const Drawing::WindowDc dc(dialog.window());
-            SendMessageW(dialog.window(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc.get()), 0);
-            EXPECT_EQ(lastPixelOf(dialog.withText(L"Riddle:").window), RGB(255, 255, 255));
         });
 }
 
