@@ -7,6 +7,7 @@ packages=(
     g++-mingw-w64-i686-posix libgcrypt-mingw-w64-dev libgpg-error-mingw-w64-dev
     libgcrypt20-dev nlohmann-json3-dev googletest
     clang-format clang-tidy
+    clang libclang-rt-dev llvm
     xvfb imagemagick debootstrap
     xdg-utils file
 )

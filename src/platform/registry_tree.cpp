@@ -213,22 +213,30 @@ std::uint32_t RegistryTree::remove(RegistryKeyId id)
     return ErrorSuccess;
 }
 
-std::uint32_t RegistryTree::setValue(RegistryKeyId id, RegistryValue value)
+std::uint32_t RegistryTree::append(RegistryKeyId id, RegistryValue value)
 {
     const auto found = keys_.find(id);
     if (found == keys_.end())
         return ErrorKeyDeleted;
     if (value.name.size() > LongestValueName)
         return ErrorInvalidParameter;
-    RegistryTreeKey& key = found->second;
-    if (!mayHold(key, value))
+    if (!mayHold(found->second, value))
         return ErrorAccessDenied;
+    found->second.values.push_back(std::move(value));
+    return ErrorSuccess;
+}
+
+std::uint32_t RegistryTree::setValue(RegistryKeyId id, RegistryValue value)
+{
+    const auto found = keys_.find(id);
+    if (found == keys_.end())
+        return ErrorKeyDeleted;
+    RegistryTreeKey& key = found->second;
     const auto old = positionOf(key.values, value.name);
     if (old == key.values.end())
-    {
-        key.values.push_back(std::move(value));
-        return ErrorSuccess;
-    }
+        return append(id, std::move(value));
+    if (!mayHold(key, value))
+        return ErrorAccessDenied;
     RegistryValue& kept = key.values[static_cast<std::size_t>(old - key.values.begin())];
     kept.type = value.type;
     kept.data = std::move(value.data);

@@ -69,6 +69,8 @@ public:
     void setNewest(RegistryKeyId newest) { newest_ = newest; }
     /// A key below another one. False when it cannot be there.
     bool add(RegistryKeyId id, RegistryKeyId parent, std::u16string_view name, bool isLink);
+    /// A value whose name the key does not have yet, so that it need not be searched for. The result of `setValue`.
+    std::uint32_t append(RegistryKeyId id, RegistryValue value);
 
     bool operator==(const RegistryTree&) const = default;
 

@@ -119,6 +119,15 @@ constexpr std::array<FoldRange, 29> FoldRanges{{
     {0xFF21, 0xFF3A, 32, 1},
 }};
 
+/// Takes the first part of a name off; nothing is left behind the last one.
+std::wstring_view takePart(std::optional<std::wstring_view>& left)
+{
+    const std::size_t end = left->find(L'/');
+    const std::wstring_view part = left->substr(0, end);
+    left = end == std::wstring_view::npos ? std::nullopt : std::optional(left->substr(end + 1));
+    return part;
+}
+
 wchar_t folded(wchar_t letter)
 {
     for (const FoldRange& range : FoldRanges)
@@ -174,20 +183,69 @@ std::wstring foldedName(std::wstring_view name)
     return result;
 }
 
+bool PackageNames::hasFile(std::wstring_view name) const
+{
+    const Entry* const entry = find(name);
+    return entry != nullptr && entry->isFile;
+}
+
+bool PackageNames::hasFolder(std::wstring_view name) const
+{
+    const Entry* const entry = find(name);
+    return entry != nullptr && !entry->isFile;
+}
+
 bool PackageNames::addFile(std::wstring_view name)
 {
-    const std::wstring key = foldedName(name);
-    if (files_.contains(key) || folders_.contains(key))
+    if (!canAdd(name))
         return false;
-    for (std::size_t end = key.find(L'/'); end != std::wstring::npos; end = key.find(L'/', end + 1))
-    {
-        if (files_.contains(key.substr(0, end)))
-            return false;
-    }
-    for (std::size_t end = key.find(L'/'); end != std::wstring::npos; end = key.find(L'/', end + 1))
-        folders_.insert(key.substr(0, end));
-    files_.insert(key);
+    add(name, true);
     return true;
+}
+
+void PackageNames::addFolder(std::wstring_view name)
+{
+    add(name, false);
+}
+
+const PackageNames::Entry* PackageNames::find(std::wstring_view name) const
+{
+    const Entry* entry = nullptr;
+    for (std::optional<std::wstring_view> left = name; left;)
+    {
+        const auto found = entries_.find({entry == nullptr ? Root : entry->number, foldedName(takePart(left))});
+        if (found == entries_.end())
+            return nullptr;
+        entry = &found->second;
+    }
+    return entry;
+}
+
+/// Nothing of the name may be there yet, and no file on the way to it.
+bool PackageNames::canAdd(std::wstring_view name) const
+{
+    std::size_t folder = Root;
+    for (std::optional<std::wstring_view> left = name; left;)
+    {
+        const auto found = entries_.find({folder, foldedName(takePart(left))});
+        if (found == entries_.end())
+            return true;
+        if (found->second.isFile)
+            return false;
+        folder = found->second.number;
+    }
+    return false;
+}
+
+void PackageNames::add(std::wstring_view name, bool isFile)
+{
+    std::size_t folder = Root;
+    for (std::optional<std::wstring_view> left = name; left;)
+    {
+        Key key(folder, foldedName(takePart(left)));
+        const Entry fresh{entries_.size() + 1, isFile && !left};
+        folder = entries_.emplace(std::move(key), fresh).first->second.number;
+    }
 }
 
 } // namespace VaultCore

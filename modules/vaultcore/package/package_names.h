@@ -1,10 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace VaultCore
 {
@@ -24,20 +25,34 @@ std::wstring packageNamePart(const std::wstring& name);
 /// Names that differ only in what this changes are the same name.
 std::wstring foldedName(std::wstring_view name);
 
-/// The names of one package: no two of them may be the same file, and none the folder of another.
+/// The names of one package: no two of them may be the same file, and none the folder of another. They take about as
+/// much memory as their letters, however deep they are.
 class PackageNames
 {
 public:
-    bool hasFile(std::wstring_view name) const { return files_.contains(foldedName(name)); }
-    bool hasFolder(std::wstring_view name) const { return folders_.contains(foldedName(name)); }
+    bool hasFile(std::wstring_view name) const;
+    bool hasFolder(std::wstring_view name) const;
     /// False, and nothing added, when the name cannot stand beside the others.
     bool addFile(std::wstring_view name);
-    /// A folder without a file in it yet.
-    void addFolder(std::wstring_view name) { folders_.insert(foldedName(name)); }
+    /// A folder without a file in it yet, and those on the way to it.
+    void addFolder(std::wstring_view name);
 
 private:
-    std::set<std::wstring> files_;
-    std::set<std::wstring> folders_;
+    struct Entry
+    {
+        std::size_t number = 0;
+        bool isFile = false;
+    };
+    /// A folded part of a name, in the folder of this number.
+    using Key = std::pair<std::size_t, std::wstring>;
+
+    static constexpr std::size_t Root = 0;
+
+    const Entry* find(std::wstring_view name) const;
+    bool canAdd(std::wstring_view name) const;
+    void add(std::wstring_view name, bool isFile);
+
+    std::map<Key, Entry> entries_;
 };
 
 } // namespace VaultCore

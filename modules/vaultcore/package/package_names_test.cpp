@@ -2,6 +2,7 @@
 
 #include "platform/utf8.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 
 namespace VaultCore
@@ -101,6 +102,50 @@ TEST(PackageNames, aFileIsNoFolderOfAnother)
     EXPECT_FALSE(names.addFile(L"A/B"));
     EXPECT_FALSE(names.addFile(L"a/b/c/d"));
     EXPECT_TRUE(names.addFile(L"a/d"));
+}
+
+TEST(PackageNames, aFolderStandsForThoseOnTheWayToIt)
+{
+    PackageNames names;
+    names.addFolder(L"a/b");
+    EXPECT_TRUE(names.hasFolder(L"A/B"));
+    EXPECT_TRUE(names.hasFolder(L"a"));
+    EXPECT_FALSE(names.hasFile(L"a"));
+    EXPECT_FALSE(names.hasFolder(L"b"));
+    EXPECT_FALSE(names.addFile(L"a/b"));
+    EXPECT_TRUE(names.addFile(L"a/b/c"));
+    EXPECT_FALSE(names.hasFolder(L"a/b/c"));
+}
+
+template <class Work> std::chrono::steady_clock::duration timeOf(Work work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::steady_clock::now() - start;
+}
+
+/// A package may hold thousands of them. With each way kept by itself they would take minutes and gigabytes.
+TEST(PackageNames, deepNamesTakeNoMoreThanFlatOnesOfAsManyParts)
+{
+    constexpr int Names = 20, Depth = 2000;
+    std::wstring deep;
+    for (int level = 0; level < Depth; ++level)
+        deep += L"/a";
+    const auto flatTime = timeOf(
+        []
+        {
+            PackageNames names;
+            for (int number = 0; number < Names * Depth; ++number)
+                ASSERT_TRUE(names.addFile(std::to_wstring(number) + L"/a"));
+        });
+    const auto deepTime = timeOf(
+        [&]
+        {
+            PackageNames names;
+            for (int number = 0; number < Names; ++number)
+                ASSERT_TRUE(names.addFile(std::to_wstring(number) + deep));
+        });
+    EXPECT_LT(deepTime, flatTime);
 }
 
 } // namespace

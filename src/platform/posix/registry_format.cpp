@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 namespace Platform
 {
@@ -14,6 +15,8 @@ namespace
 
 constexpr std::string_view FirstLine = "JobRunner registry 1";
 constexpr std::size_t ChecksumDigits = 8;
+/// A file that tells a higher one is not ours. So the numbers of new keys never start from the front.
+constexpr RegistryKeyId HighestNewest = RegistryKeyId{1} << 63;
 /// Of a file that its user has changed, and can have no checksum for.
 constexpr std::string_view EndByHand = "\nend\n";
 
@@ -102,6 +105,8 @@ struct Reading
 {
     RegistryTree tree;
     RegistryKeyId key = RegistryTree::Root;
+    /// Of its values, folded: a file may hold so many that searching the key for each would take hours.
+    std::set<std::u16string> names;
 };
 
 bool hasNull(const std::u16string& name)
@@ -116,6 +121,7 @@ bool readKey(Reading& reading, LineReader line, bool isLink)
     if (!id || *id == 0 || !path || hasNull(*path) || !line.isAtEnd())
         return false;
     reading.key = *id;
+    reading.names.clear();
     if (*id == RegistryTree::Root)
         return path->empty();
     const std::size_t separator = path->rfind(u'\\');
@@ -130,9 +136,9 @@ bool readKey(Reading& reading, LineReader line, bool isLink)
 bool addValue(Reading& reading, std::uint32_t type, std::optional<std::u16string> name,
               std::optional<std::vector<std::uint8_t>> data)
 {
-    if (!name || !data || hasNull(*name) || reading.tree.findValue(reading.key, *name))
+    if (!name || !data || hasNull(*name) || !reading.names.insert(foldedName(*name)).second)
         return false;
-    return reading.tree.setValue(reading.key, {std::move(*name), type, std::move(*data)}) == ErrorSuccess;
+    return reading.tree.append(reading.key, {std::move(*name), type, std::move(*data)}) == ErrorSuccess;
 }
 
 bool readText(Reading& reading, LineReader line, std::uint32_t type, bool isTerminated)
@@ -201,7 +207,7 @@ bool readNewest(Reading& reading, std::string_view text)
     LineReader line(text);
     const bool isNewest = line.word() == "newest";
     const auto number = line.number();
-    if (!isNewest || !number || !line.isAtEnd())
+    if (!isNewest || !number || *number < RegistryTree::Root || *number > HighestNewest || !line.isAtEnd())
         return false;
     reading.tree.setNewest(*number);
     return true;

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <random>
 
@@ -198,6 +199,8 @@ TEST(RegistryFormat, aLineThatWeWouldNotWriteIsNotRead)
                               "text \"n\" \"a\n",
                               "text \"n\" \"a\" \n",
                               "text \"n\" \"%00\"\n",
+                              "text \"n\" \"%00\n",
+                              "text \"n\" \"%1C8\n",
                               "text \"n\" \"%004G\"\n",
                               "text \"n\" \"%0041\"\n",
                               "text \"n\" \"%d83d\"\n",
@@ -258,6 +261,37 @@ TEST(RegistryFormat, aFileThatItsUserHasChangedNeedsNoChecksum)
         EXPECT_FALSE(parseRegistry(byHand.substr(0, byHand.size() - 4) + wrong)) << wrong;
     EXPECT_FALSE(parseRegistry("end\n"));
     EXPECT_FALSE(parseRegistry("\nend\n"));
+}
+
+/// Hours, if each value were searched for among all that came before.
+TEST(RegistryFormat, aKeyOfVeryManyValuesIsReadAtOnce)
+{
+    std::string lines;
+    for (int number = 0; number < 20'000; ++number)
+        lines += "data 0 \"v" + std::to_string(number) + "\" \n";
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(isRead(lines));
+    EXPECT_FALSE(isRead(lines + "data 0 \"V7\" \n"));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+/// With such a one a new key would get the number of the root, or none.
+TEST(RegistryFormat, aHighestNumberThatNoKeyCanFollowIsNotRead)
+{
+    const auto isReadWith = [](const std::string& newest)
+    { return parseRegistry(withEnd("JobRunner registry 1\nnewest " + newest + "\nkey 1 \"\"\n")).has_value(); };
+    EXPECT_TRUE(isReadWith("1"));
+    EXPECT_TRUE(isReadWith("9223372036854775808"));
+    EXPECT_FALSE(isReadWith("0"));
+    EXPECT_FALSE(isReadWith("9223372036854775809"));
+    EXPECT_FALSE(isReadWith("18446744073709551615"));
+}
+
+TEST(RegistryFormat, aKeyThatIsWrittenTwiceIsNotRead)
+{
+    EXPECT_TRUE(isRead("dword \"a\" 1\n"));
+    EXPECT_FALSE(isRead("dword \"a\" 1\nkey 1 \"\"\ndword \"a\" 2\n"));
+    EXPECT_FALSE(isRead("dword \"a\" 1\nkey 1 \"\"\ndword \"b\" 2\n"));
 }
 
 TEST(RegistryFormat, aFileThatIsCutAnywhereIsRefused)

@@ -137,8 +137,9 @@ std::optional<std::u16string> LineReader::text()
         rest_.remove_prefix(stop + 1);
         if (!isEscape)
             break;
-        const auto unit = numberOf<std::uint16_t>(rest_.substr(0, UnitDigits), 16);
-        if (!unit)
+        const std::string_view digits = rest_.substr(0, UnitDigits);
+        const auto unit = numberOf<std::uint16_t>(digits, 16);
+        if (!unit || digits.size() != UnitDigits)
             return std::nullopt;
         units += static_cast<char16_t>(*unit);
         rest_.remove_prefix(UnitDigits);
