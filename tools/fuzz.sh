@@ -19,6 +19,7 @@ export ASAN_OPTIONS=quarantine_size_mb=32
 readers() { find tests/fuzz -maxdepth 2 -name '*.cpp' ! -name reader.cpp ! -name entry_point.cpp ! -name corpus_test.cpp -printf '%f\n' | sed 's/\.cpp$//' | sort; }
 
 build() {
+    tools/install_packages.sh
     cmake --preset "$1" >"build/$1-configure.log" && cmake --build --preset "$1" "${@:2}" >"build/$1-build.log" && return
     cat "build/$1-configure.log" "build/$1-build.log" 2>/dev/null | tail -n 40
     return 1
