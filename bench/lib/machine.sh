@@ -31,14 +31,14 @@ start_wine() {
 
 clean() {
     rm -rf "$scratch" "$windows_scratch"
-    if [ -d "${gpg_home:-}" ]; then gpgconf --homedir "$gpg_home" --kill all; rm -rf "$gpg_home"; fi
+    if [ -d "${gpg_home:-}" ]; then gpgconf --homedir "$gpg_home" --kill all || true; rm -rf "$gpg_home"; fi
     if ${wine_runs:-false}; then tools/wine.sh --stop; fi
 }
 
 # The programs and their libraries, which are to be in memory before each run.
 find_programs() {
-    local program
-    for program in build/linux-release/bin/jobrunner build/linux-release/tests/engine_benchmark $(find build/linux-release/bin build/linux-release/tests/timed -name '*.so') \
+    local program built=build/linux-release
+    for program in $built/bin/jobrunner $built/tests/engine_benchmark $(find $built/bin $built/tests/timed -name '*.so') \
         "$(command -v age)" "$(command -v gpg)" /usr/lib/p7zip/7z /usr/lib/p7zip/7z.so "$(command -v openssl)" \
         "$(command -v cp)" "$(command -v shred)" "$(command -v tar)"; do
         if [ -f "$program" ]; then echo "$program"; ldd "$program" 2>/dev/null | awk '/\// { print $(NF - 1) }'; fi
@@ -49,21 +49,33 @@ prepare_machine() {
     trap clean EXIT
     tools/install_packages.sh >&2
     install_peers
-    build linux-release jobrunner engine_benchmark start_benchmark overhead_benchmark
+    local programs=(jobrunner engine_benchmark start_benchmark)
+    if ! $quick; then programs+=(overhead_benchmark); fi
+    build linux-release "${programs[@]}"
     mapfile -t measured_programs < <(find_programs)
     prepare_peers
     if $windows; then
-        build windows-release jobrunner engine_benchmark start_benchmark overhead_benchmark watcher_benchmark
+        if ! $quick; then programs+=(watcher_benchmark); fi
+        build windows-release "${programs[@]}"
         start_wine
     fi
 }
 
 machine() {
-    echo "- $(nproc) processors: $(sed -n 's/^model name.*: //p' /proc/cpuinfo | head -n 1); $(awk '/^MemTotal/ { printf "%.0f GiB", $2 / 1048576 }' /proc/meminfo) of memory"
-    echo "- $(. /etc/os-release && echo "$PRETTY_NAME"), Linux $(uname -r | sed 's/-.*//'), files on $(stat -f -c %T "$PWD" | sed 's/ext2.ext3/ext4/')"
-    echo "- $(cp --version | head -n 1); $(age --version | sed 's/^v*/age /'); $(gpg --version | head -n 1); $(7z | awk 'NF { print $1, $2, $3; exit }'); $(openssl version | cut -d ' ' -f 1,2)"
+    local processor memory
+    processor=$(sed -n 's/^model name.*: //p' /proc/cpuinfo | head -n 1)
+    memory=$(awk '/^MemTotal/ { printf "%.0f GiB", $2 / 1048576 }' /proc/meminfo)
+    echo "- $(nproc) processors: $processor; $memory of memory"
+    echo "- $(. /etc/os-release && echo "$PRETTY_NAME"), Linux $(uname -r | sed 's/-.*//'), files on $(findmnt -n -o FSTYPE -T "${scratch%/*}")"
+    echo "- $(cp --version | head -n 1), age $(age --version | sed 's/^v//'), $(gpg --version | head -n 1)," \
+        "$(7z | awk 'NF && !found++ { print $1, $3 }'), $(openssl version | cut -d ' ' -f 1,2)"
     if $windows; then echo "- $(wine_version), 32 bit"; fi
-    if [ -w /proc/sys/vm/drop_caches ]; then echo "- The system's memory of files was emptied before each run."; else echo "- Without root rights: the system's memory of files held what the runs before had left."; fi
+    if $quick; then return; fi
+    if [ -w /proc/sys/vm/drop_caches ]; then
+        echo "- The system's memory of files was emptied before each run."
+    else
+        echo "- Without root rights: the system's memory of files held what the runs before had left."
+    fi
 }
 
 wine_version() {

@@ -31,7 +31,7 @@ median_of() {
 }
 
 # text_of KEY: the figure as it was written.
-text_of() { cat "$results"/*.tsv 2>/dev/null | awk -F '\t' -v key="$1" '$1 == key { print $2; exit }'; }
+text_of() { cat "$results"/*.tsv 2>/dev/null | awk -F '\t' -v key="$1" '$1 == key && !found++ { print $2 }'; }
 
 # same A B [OPTION]: what came out has to be what went in.
 same() { diff -rq "${@:3}" "$1" "$2" >"$scratch/said" || { head -n 5 "$scratch/said" >&2; fail "$2 is not the same."; }; }
@@ -57,6 +57,9 @@ measure_group() {
     say "$group, since ${SECONDS} s"
     : >"$figures"
     mkdir -p "$scratch/$group"
+    record "$group: MiB" "$megabytes"
+    record "$group: files" "$small_files"
+    record "$group: rounds" "$rounds"
     "measure_${group//-/_}"
     mv "$figures" "$results/$group.tsv"
     rm -rf "${scratch:?}/$group" "${windows_scratch:?}/$group"

@@ -12,24 +12,24 @@ job_wipes() { job "$1" 'y\n' '"kind": "delete", "method": 2' "$2"; }
 
 prepare_peers() {
     gpg_home=$(mktemp -d)
-    gpg=(gpg --homedir "$gpg_home" --batch --quiet --pinentry-mode loopback --passphrase "$password")
     rm -f "$scratch/identity"
     age-keygen -o "$scratch/identity" 2>"$scratch/said"
     recipient=$(age-keygen -y "$scratch/identity")
-    # Once, so that its agent runs.
-    echo | "${gpg[@]}" --symmetric --cipher-algo AES256 -o /dev/null --yes
     export gpg_home password recipient identity=$scratch/identity
+    # Once, so that its agent runs.
+    echo | sh -c "${encrypts[gpg]}" >"$scratch/said"
 }
 
 # Both read from standard input and write to standard output.
+gpg='gpg --homedir "$gpg_home" --batch --quiet --pinentry-mode loopback --passphrase "$password"'
 declare -A encrypts=(
     [age]='age -r "$recipient"'
-    [gpg]='gpg --homedir "$gpg_home" --batch --quiet --pinentry-mode loopback --passphrase "$password" --symmetric --cipher-algo AES256 --compress-algo none'
+    [gpg]="$gpg --symmetric --cipher-algo AES256 --compress-algo none"
     [openssl]='openssl enc -aes-256-ctr -pbkdf2 -pass env:password'
 )
 declare -A decrypts=(
     [age]='age -d -i "$identity"'
-    [gpg]='gpg --homedir "$gpg_home" --batch --quiet --pinentry-mode loopback --passphrase "$password" --decrypt'
+    [gpg]="$gpg --decrypt"
     [openssl]='openssl enc -d -aes-256-ctr -pbkdf2 -pass env:password'
 )
 

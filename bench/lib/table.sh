@@ -11,6 +11,7 @@ shown() {
 # row WHAT UNIT KEY [COMPARATOR KEY [GOAL]]: a goal is the largest ratio; "ahead" is one below 1.
 row() {
     local ours theirs ratio='' met='' goal=${6:-} limit
+    if $quick; then goal=''; fi
     ours=$(median_of "$3")
     [ -n "$ours" ] || return 0
     if [ $# -lt 5 ]; then
@@ -40,14 +41,22 @@ text_row() {
 }
 
 table() {
-    local group
-    echo "Measured on $(git log -1 --format='%h' 2>/dev/null || echo 'an unknown state'), medians of $rounds rounds:"
+    local group megabytes small_files
+    if $quick; then
+        echo "One round with small sizes: nothing to judge by."
+    else
+        echo "Medians of $(cat "$results"/*.tsv | awk -F '\t' '$1 ~ /: rounds$/ { print $2 }' | sort -nu | paste -s -d '/') rounds:"
+    fi
     echo
     machine
     echo
     echo "| What | Ours | Beside it | Its figure | Ratio | Goal | Met |"
     echo "|---|---|---|---|---|---|---|"
-    for group in "${all_groups[@]}"; do "rows_${group//-/_}"; done
+    for group in "${all_groups[@]}"; do
+        [ -e "$results/$group.tsv" ] || continue
+        megabytes=$(text_of "$group: MiB") small_files=$(text_of "$group: files")
+        "rows_${group//-/_}"
+    done
 }
 
 # write_table DOCUMENT TABLE: between the two marks.
