@@ -68,6 +68,8 @@ std::wstring textOf(FailureCause cause, const std::wstring& detail)
         return L"There is not enough memory.";
     case FailureCause::TooLarge:
         return L"The disk, or a limit of the system, allows no file as large as this one.";
+    case FailureCause::FolderExchanged:
+        return L"The way to the file leads to another folder than when the work began.";
     case FailureCause::Content:
     case FailureCause::Other:
         break;

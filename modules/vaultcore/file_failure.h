@@ -37,6 +37,7 @@ enum class FailureCause
     Skipped,
     NoMemory,
     TooLarge,
+    FolderExchanged,
     /// The content of a file or a key; `detail` tells.
     Content,
     Other,

@@ -17,12 +17,23 @@ namespace VaultCore
 using NativeText = std::filesystem::path::string_type;
 inline constexpr NativeText::value_type NativeSeparator = std::filesystem::path::preferred_separator;
 
+/// The same for every name of one file.
+struct FileIdentity
+{
+    std::uint64_t volume = 0;
+    std::uint64_t index = 0;
+    auto operator<=>(const FileIdentity&) const = default;
+};
+
 /// Where a name is. `root` is the user's own way to the entry, and links in it are followed; an empty one is the
 /// current folder. `below` is walked from there without following any link.
 struct Place
 {
     NativeText root;
     NativeText below;
+    /// The folder that `root` led to when the place was located (Linux). A way that leads elsewhere by now is refused:
+    /// whoever may write to a folder on it could send the work into another one of the user's.
+    std::optional<FileIdentity> rootFolder = std::nullopt;
 };
 
 enum class FileKind
@@ -32,14 +43,6 @@ enum class FileKind
     /// A link to a file, or anything else that has no content of its own here: its name alone is removed.
     Link,
     FolderLink,
-};
-
-/// The same for every name of one file.
-struct FileIdentity
-{
-    std::uint64_t volume = 0;
-    std::uint64_t index = 0;
-    auto operator<=>(const FileIdentity&) const = default;
 };
 
 struct FileInfo
@@ -172,7 +175,7 @@ std::unique_ptr<IFileSystem> createFileSystem();
 
 inline Place childOf(const Place& folder, const NativeText& name)
 {
-    return {folder.root, folder.below.empty() ? name : folder.below + NativeSeparator + name};
+    return {folder.root, folder.below.empty() ? name : folder.below + NativeSeparator + name, folder.rootFolder};
 }
 
 inline NativeText nameOf(const Place& place)
@@ -184,7 +187,7 @@ inline NativeText nameOf(const Place& place)
 inline Place parentOf(const Place& place)
 {
     const auto end = place.below.rfind(NativeSeparator);
-    return {place.root, end == NativeText::npos ? NativeText() : place.below.substr(0, end)};
+    return {place.root, end == NativeText::npos ? NativeText() : place.below.substr(0, end), place.rootFolder};
 }
 
 } // namespace VaultCore

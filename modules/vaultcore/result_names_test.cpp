@@ -64,6 +64,7 @@ TEST(ResultNames, areReducedToOneSafeSegment)
     EXPECT_EQ(files->leafName(L"../../a"), native("a"));
     EXPECT_EQ(files->leafName(std::wstring(L"a\0b", 3)), native("a_b"));
     EXPECT_EQ(files->leafName(L"a\x1b[2Jb"), native("a_[2Jb"));
+    EXPECT_EQ(files->leafName(L"exe\u202Etxt.pdf\u2069"), native("exe_txt.pdf_"));
     for (const wchar_t* nothing : {L"", L".", L"..", L"/", L"a/", L"a/.."})
         EXPECT_TRUE(files->leafName(nothing).empty());
 }

@@ -15,9 +15,11 @@ namespace
 constexpr std::array<std::wstring_view, 6> Devices{L"con", L"prn", L"aux", L"nul", L"conin$", L"conout$"};
 constexpr std::wstring_view Raised = L"\u00B9\u00B2\u00B3";
 
+/// Those that turn the direction of writing would let "exe.txt" show as "txt.exe".
 bool isControl(wchar_t letter)
 {
-    return letter < L' ' || (letter >= L'\x7F' && letter < L'\xA0');
+    return letter < L' ' || (letter >= L'\x7F' && letter < L'\xA0') || (letter >= L'\u202A' && letter <= L'\u202E') ||
+           (letter >= L'\u2066' && letter <= L'\u2069');
 }
 
 bool isForbidden(wchar_t letter)

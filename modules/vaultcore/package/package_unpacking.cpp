@@ -97,7 +97,7 @@ void PackageUnpacking::makeFolders(const Place& target)
     for (std::size_t end = 0; end < way.size();)
     {
         end = std::min(way.find(NativeSeparator, end + 1), way.size());
-        makeFolder({target.root, way.substr(0, end)});
+        makeFolder({target.root, way.substr(0, end), target.rootFolder});
     }
 }
 

@@ -30,7 +30,7 @@ EventReceivers withDestiny(EventReceivers events, IFileProgressEvents* destiny)
 Place packageBeside(const Place& first)
 {
     const NativeText entry = first.below.substr(0, first.below.find(NativeSeparator));
-    return {first.root, entry + NativeText(ProgramEnding.begin(), ProgramEnding.end())};
+    return {first.root, entry + NativeText(ProgramEnding.begin(), ProgramEnding.end()), first.rootFolder};
 }
 
 } // namespace

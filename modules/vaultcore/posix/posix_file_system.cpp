@@ -35,9 +35,11 @@ std::vector<NativeText> namesIn(DIR* folder)
     }
 }
 
+/// Characters that command a terminal, or that turn the direction of writing, so that "exe.txt" shows as "txt.exe".
 bool isControl(wchar_t letter)
 {
-    return letter < L' ' || (letter >= L'\x7F' && letter < L'\xA0');
+    return letter < L' ' || (letter >= L'\x7F' && letter < L'\xA0') || (letter >= L'\u202A' && letter <= L'\u202E') ||
+           (letter >= L'\u2066' && letter <= L'\u2069');
 }
 
 /// What another program writes to a file whose name goes would be lost.
@@ -46,6 +48,15 @@ void checkNotWritten(int folder, const NativeText& name)
     const Descriptor file(::openat(folder, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
     if (file.get() >= 0)
         checkNotInUse(file.get(), Use::Writing);
+}
+
+/// With the folder that its root leads to now; one that is not there is told by whoever opens it.
+Place held(Place place)
+{
+    struct stat status = {};
+    if (::stat(place.root.empty() ? "." : place.root.c_str(), &status) == 0)
+        place.rootFolder = infoOf(status).identity;
+    return place;
 }
 
 class PosixFileSystem final : public IFileSystem
@@ -61,8 +72,8 @@ public:
         if (name.empty() || name == "." || name == ".." || path.find('\0') != NativeText::npos)
             throw FileFailure(FailureCause::NoName, 0);
         if (end == NativeText::npos)
-            return {"", name};
-        return {end == 0 ? "/" : path.substr(0, end), name};
+            return held({"", name});
+        return held({end == 0 ? "/" : path.substr(0, end), name});
     }
 
     std::wstring display(const Place& place) override
@@ -134,7 +145,7 @@ public:
             folder.pop_back();
         if (folder.empty() || folder.find('\0') != NativeText::npos)
             throw FileFailure(FailureCause::NoName, 0);
-        return {folder, ""};
+        return held({folder, ""});
     }
 
     NativeText leafName(const std::wstring& text) override

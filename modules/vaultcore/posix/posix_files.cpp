@@ -152,7 +152,10 @@ struct timespec timeOf(std::uint64_t ticks)
 
 Descriptor openParent(const Place& place)
 {
-    return descend(openRoot(place.root), parentOf(place).below, O_NOFOLLOW);
+    Descriptor root = openRoot(place.root);
+    if (place.rootFolder && infoOf(statOf(root.get())).identity != *place.rootFolder)
+        throw FileFailure(FailureCause::FolderExchanged, 0);
+    return descend(std::move(root), parentOf(place).below, O_NOFOLLOW);
 }
 
 void renameIn(int folder, const NativeText& from, const NativeText& to)

@@ -41,7 +41,7 @@ std::uint64_t ticksOf(const struct timespec& time);
 struct timespec timeOf(std::uint64_t ticks);
 
 /// Opens the folder that holds the name, going from folder to folder, so that its path may be of any length. Links in
-/// `root` are followed, links in `below` are refused.
+/// `root` are followed, links in `below` are refused. `FolderExchanged` when `root` leads elsewhere by now.
 Descriptor openParent(const Place& place);
 
 /// Renames inside a folder; never replaces another file.

@@ -12,9 +12,11 @@ namespace
 /// Names that mean a device, in whatever folder and with whatever extension.
 constexpr std::array<std::wstring_view, 6> Devices{L"CON", L"PRN", L"AUX", L"NUL", L"CONIN$", L"CONOUT$"};
 
+/// Those that turn the direction of writing would let "exe.txt" show as "txt.exe".
 bool isForbidden(wchar_t letter)
 {
-    return letter < L' ' || (letter >= L'\x7F' && letter < L'\xA0') ||
+    return letter < L' ' || (letter >= L'\x7F' && letter < L'\xA0') || (letter >= L'\u202A' && letter <= L'\u202E') ||
+           (letter >= L'\u2066' && letter <= L'\u2069') ||
            std::wstring_view(L"<>:\"|?*").find(letter) != std::wstring_view::npos;
 }
 

@@ -86,7 +86,7 @@ std::string settingsFolder()
 std::optional<std::string> readFile(const std::wstring& path, std::size_t limit)
 {
     // Without O_NONBLOCK a named pipe would stop the process until somebody writes to it.
-    const File file(::open(Platform::toUtf8(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const File file(::open(Platform::toUtf8(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status = {};
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;

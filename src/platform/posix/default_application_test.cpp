@@ -125,3 +125,33 @@ TEST_F(TheDefaultApplication, mayStandInAFolderThatItsIdNames)
     EXPECT_EQ(desktopFileOf("../applications/suite-of-editor.desktop"), "");
     EXPECT_EQ(desktopFileOf(""), "");
 }
+
+TEST_F(TheDefaultApplication, isNotChosenByTheWorkingFolder)
+{
+    const std::string script = desktop_.addScript("planted.sh", "true\n");
+    const std::wstring planted = folder_.path() + L"/planted";
+    std::filesystem::create_directories(TestingFolder::fileOf(planted + L"/share/applications"));
+    TestingFolder::write(planted + L"/share/applications/planted.desktop",
+                         "[Desktop Entry]\nType=Application\nExec=" + script + "\n");
+    TestingFolder::write(planted + L"/share/mimeapps.list",
+                         std::string("[Default Applications]\n") + TestingDesktop::Kind + "=planted.desktop\n");
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(TestingFolder::fileOf(planted));
+    for (const std::string folder : {"share", "./share", ".:share"})
+    {
+        for (const char* name : {"XDG_DATA_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS"})
+            setenv(name, folder.c_str(), 1);
+        EXPECT_EQ(chosenApplicationOf(TestingDesktop::Kind), "") << folder;
+        EXPECT_EQ(desktopFileOf("planted.desktop"), "") << folder;
+    }
+    std::filesystem::current_path(before);
+}
+
+TEST_F(TheDefaultApplication, doesNotStandOutsideOfTheFoldersOfApplications)
+{
+    desktop_.addApplication("editor", "sh %f");
+    std::filesystem::create_directories(TestingFolder::fileOf(folder_.path() + L"/desktop/data/other"));
+    TestingFolder::write(folder_.path() + L"/desktop/data/other/planted.desktop", "[Desktop Entry]\n");
+    for (const std::string id : {"..-other-planted.desktop", "suite-..-..-other-planted.desktop", ".-editor.desktop"})
+        EXPECT_EQ(desktopFileOf(id), "") << id;
+}

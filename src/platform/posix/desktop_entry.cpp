@@ -10,6 +10,7 @@ namespace
 
 constexpr char MainGroup[] = "Desktop Entry";
 constexpr char Blanks[] = " \t\r";
+constexpr std::size_t CodeLength = 2; // %f
 
 std::string trimmed(const std::string& text)
 {
@@ -33,10 +34,17 @@ std::string plainValue(const std::string& value)
     return plain;
 }
 
-/// Parts a command at its blanks; quotes keep blanks together, and in them a backslash keeps a character as it is.
-std::optional<std::vector<std::string>> wordsOf(const std::string& command)
+struct Word
 {
-    std::vector<std::string> words;
+    std::string text;
+    /// A field code stands in quotes beside other text.
+    bool hidesCode = false;
+};
+
+/// Parts a command at its blanks; quotes keep blanks together, and in them a backslash keeps a character as it is.
+std::optional<std::vector<Word>> wordsOf(const std::string& command)
+{
+    std::vector<Word> words;
     bool isInWord = false;
     bool isInQuotes = false;
     for (std::size_t i = 0; i < command.size(); ++i)
@@ -53,10 +61,15 @@ std::optional<std::vector<std::string>> wordsOf(const std::string& command)
         if (character == '"')
             isInQuotes = !isInQuotes;
         else if (character == '\\' && i + 1 < command.size())
-            words.back() += command[++i];
+            words.back().text += command[++i];
         else
-            words.back() += character;
+            words.back().text += character;
+        const bool isCode = character == '%' && command[i - 1] != '%' && command[i + 1] != '%';
+        if (isInQuotes && isCode)
+            words.back().hidesCode = true;
     }
+    for (Word& word : words)
+        word.hidesCode = word.hidesCode && word.text.size() > CodeLength;
     if (isInQuotes || words.empty())
         return std::nullopt;
     return words;
@@ -69,8 +82,12 @@ public:
     FieldCodes(const DesktopEntry& entry, const std::string& document) : entry_(entry), document_(document) {}
 
     /// Adds the arguments that a word stands for. False for a code that nobody knows.
-    bool expand(const std::string& word, std::vector<std::string>& arguments)
+    bool expand(const Word& given, std::vector<std::string>& arguments)
     {
+        // The word may be a command of its own for a shell, in which the document's name would be run.
+        const std::string& word = given.text;
+        if (given.hidesCode)
+            return false;
         if (word == "%i")
         {
             if (!entry_.icon.empty())
@@ -159,7 +176,7 @@ std::optional<std::vector<std::string>> commandFor(const DesktopEntry& entry, co
         return std::nullopt;
     FieldCodes codes(entry, document);
     std::vector<std::string> arguments;
-    for (const std::string& word : *words)
+    for (const Word& word : *words)
         if (!codes.expand(word, arguments))
             return std::nullopt;
     if (!codes.hasDocument())

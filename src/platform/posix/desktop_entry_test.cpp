@@ -97,3 +97,14 @@ TEST(TheCommandOfAnEntry, isNotUsedWhenItCannotBeUnderstood)
     for (const std::string command : {"editor %x", "editor %", "editor \"open", "", "  "})
         EXPECT_EQ(argumentsOf(command), Arguments{"nothing"}) << command;
 }
+
+TEST(TheCommandOfAnEntry, givesNoShellANameToRun)
+{
+    for (const std::string command :
+         {"sh -c \"editor '%f'\"", "sh -c \"exec editor %U\"", "sh -c 'editor '\"%f;\"", "editor \"--file=%f\""})
+        EXPECT_EQ(argumentsOf(command, "/a/';touch run;'"), Arguments{"nothing"}) << command;
+    EXPECT_EQ(argumentsOf("editor \"at 100%%\" %f"), (Arguments{"editor", "at 100%", "/home/a letter.txt"}));
+    EXPECT_EQ(argumentsOf("editor \"%f\""), (Arguments{"editor", "/home/a letter.txt"}));
+    EXPECT_EQ(argumentsOf("sh -c \"editor \\\"$1\\\"\" editor %f"),
+              (Arguments{"sh", "-c", "editor \"$1\"", "editor", "/home/a letter.txt"}));
+}

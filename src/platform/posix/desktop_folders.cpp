@@ -35,11 +35,22 @@ std::vector<std::string> parts(const std::string& text, char separator)
     return result;
 }
 
+/// A relative one counts as unset: it would let whoever can write the working folder choose the applications.
+std::string folderOf(const char* variable, const std::string& otherwise)
+{
+    const std::string folder = valueOf(variable, otherwise);
+    return folder.starts_with('/') ? folder : otherwise;
+}
+
 std::vector<std::string> folders(const char* own, const char* ownBelowHome, const char* others, const char* usualOthers)
 {
-    std::vector<std::string> result = {valueOf(own, valueOf("HOME", "") + ownBelowHome)};
-    for (const std::string& folder : parts(valueOf(others, usualOthers), ':'))
+    std::vector<std::string> result;
+    const std::string home = folderOf("HOME", "");
+    if (const std::string folder = folderOf(own, home.empty() ? home : home + ownBelowHome); !folder.empty())
         result.push_back(folder);
+    for (const std::string& folder : parts(valueOf(others, usualOthers), ':'))
+        if (folder.starts_with('/'))
+            result.push_back(folder);
     return result;
 }
 
@@ -81,7 +92,8 @@ std::vector<std::string> desktopSettingFolders()
 
 std::string desktopFileOf(const std::string& id)
 {
-    if (id.empty() || id.find('/') != std::string::npos)
+    // A dash may stand for a folder, so that dots could lead out of it.
+    if (id.empty() || id.starts_with('.') || id.find('/') != std::string::npos || id.find("-.") != std::string::npos)
         return {};
     for (const std::string& folder : desktopDataFolders())
     {
