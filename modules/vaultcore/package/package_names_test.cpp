@@ -26,9 +26,8 @@ TEST(PackageNames, namesThatLeadElsewhereAreRefused)
 
 TEST(PackageNames, namesThatASystemChangesOrForbidsAreRefused)
 {
-    for (const char* name :
-         {"a.", "a ", "a./b", "a /b", "a<", "a>", "a\"", "a|", "a?", "a*", "a\nb", "a\x7f", "a\xc2\x85", "\x01",
-          "exe\xe2\x80\xaetxt.pdf", "a\xe2\x81\xa6"})
+    for (const char* name : {"a.", "a ", "a./b", "a /b", "a<", "a>", "a\"", "a|", "a?", "a*", "a\nb", "a\x7f",
+                             "a\xc2\x85", "\x01", "exe\xe2\x80\xaetxt.pdf", "a\xe2\x81\xa6"})
         EXPECT_TRUE(faultOfName(name)) << name;
     EXPECT_TRUE(faultOfName(std::string("a\0b", 3)));
 }
@@ -66,10 +65,11 @@ TEST(PackageNames, lengthsAreLimited)
 TEST(PackageNames, aPartMadeOfAnyNameIsGood)
 {
     const std::pair<std::wstring, std::wstring> cases[] = {
-        {L"a.txt", L"a.txt"}, {L"a:b", L"a_b"}, {L"a.", L"a_"},        {L"a ", L"a_"},      {L"con", L"_con"},
-        {L"..", L"._"},       {L".", L"_"},     {L"a\\b", L"a_b"},     {L"a\x01", L"a_"},   {L"", L"_"},
-        {L"x/y", L"x_y"},     {L"?", L"_"},     {L"Nul.t", L"_Nul.t"}, {L"a\xDCFF", L"a_"},
-        {L"exe\u202Etxt.pdf", L"exe_txt.pdf"},
+        {L"a.txt", L"a.txt"},  {L"a:b", L"a_b"},    {L"a.", L"a_"},
+        {L"a ", L"a_"},        {L"con", L"_con"},   {L"..", L"._"},
+        {L".", L"_"},          {L"a\\b", L"a_b"},   {L"a\x01", L"a_"},
+        {L"", L"_"},           {L"x/y", L"x_y"},    {L"?", L"_"},
+        {L"Nul.t", L"_Nul.t"}, {L"a\xDCFF", L"a_"}, {L"exe\u202Etxt.pdf", L"exe_txt.pdf"},
     };
     for (const auto& [name, part] : cases)
     {

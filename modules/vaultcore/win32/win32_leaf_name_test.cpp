@@ -32,6 +32,11 @@ TEST(SafeLeafName, cutsTrailingDotsAndSpacesOff)
     EXPECT_EQ(safeLeafName(L"..."), L"");
 }
 
+TEST(SafeLeafName, turnsNoDirectionOfWriting)
+{
+    EXPECT_EQ(safeLeafName(L"exe\u202Etxt.pdf\u2069"), L"exe_txt.pdf_");
+}
+
 TEST(SafeLeafName, namesNoDevice)
 {
     EXPECT_EQ(safeLeafName(L"CON"), L"_CON");

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 // Libraries under the names of the modules and of the system's own, where somebody else may write.
