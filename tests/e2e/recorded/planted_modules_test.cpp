@@ -43,6 +43,16 @@ protected:
             fs::copy_file(built("planted"), folder / name);
     }
 
+    /// The search path without what an empty name in it would mean: the working folder.
+    static Path searchPath()
+    {
+        const char* const former = std::getenv("PATH");
+        std::string path = former ? former : "";
+        while (path.starts_with(FolderSeparator))
+            path.erase(0, 1);
+        return path;
+    }
+
     bool wereLoaded() const { return fs::exists(mark); }
 
     const Path before = fs::current_path();
@@ -69,8 +79,7 @@ TEST_F(PlantedModules, areNotLoadedFromTheWorkingFolderTheSearchPathOrBesideTheJ
     plant(folder.path());
     const Path file = folder.addFile("letter.txt", "dear reader");
     fs::current_path(plants);
-    const char* const former = std::getenv("PATH");
-    const EnvironmentVariable path("PATH", plants.string() + FolderSeparator + (former ? former : ""));
+    const EnvironmentVariable path("PATH", plants.string() + FolderSeparator + searchPath().string());
     encryptByPassword(folder, {file});
     EXPECT_FALSE(fs::exists(file));
     decryptByPassword(folder, {folder.path() / "letter.txt.zel"});
@@ -87,6 +96,7 @@ TEST_F(PlantedModules, areNotLoadedFromTheWorkingFolderForALibraryThatNeedsThem)
     fs::create_directories(plants);
     fs::copy_file(built("planted"), plants / built("planted").filename());
     fs::current_path(plants);
+    const EnvironmentVariable path("PATH", searchPath());
     const EnvironmentVariable another("JOBRUNNER_PROGRAM", program);
     startWithoutAJob(folder);
     EXPECT_FALSE(wereLoaded());
