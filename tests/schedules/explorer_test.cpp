@@ -56,8 +56,8 @@ struct TwoOrders
 
 std::string runTwoOrders(Choices& choices)
 {
-    return runBoth<TwoOrders>(choices, [](TwoOrders& planted) { planted.forth(); },
-                              [](TwoOrders& planted) { planted.back(); });
+    return runBoth<TwoOrders>(
+        choices, [](TwoOrders& planted) { planted.forth(); }, [](TwoOrders& planted) { planted.back(); });
 }
 
 /// Looks for its news in one hold of the lock and waits in the next: what comes in between wakes nobody.
@@ -87,8 +87,8 @@ struct ForgetfulMailbox
 
 std::string runMailbox(Choices& choices)
 {
-    return runBoth<ForgetfulMailbox>(choices, [](ForgetfulMailbox& planted) { planted.put(); },
-                                     [](ForgetfulMailbox& planted) { planted.take(); });
+    return runBoth<ForgetfulMailbox>(
+        choices, [](ForgetfulMailbox& planted) { planted.put(); }, [](ForgetfulMailbox& planted) { planted.take(); });
 }
 
 /// Reads its number in one hold of the lock and writes it in the next.
@@ -129,7 +129,8 @@ struct Mailbox : ForgetfulMailbox
 
 std::string runRightMailbox(Choices& choices)
 {
-    return runBoth<Mailbox>(choices, [](Mailbox& mailbox) { mailbox.put(); }, [](Mailbox& mailbox) { mailbox.take(); });
+    return runBoth<Mailbox>(
+        choices, [](Mailbox& mailbox) { mailbox.put(); }, [](Mailbox& mailbox) { mailbox.take(); });
 }
 
 } // namespace

@@ -29,6 +29,7 @@ StagedFile randomFile(Dice& dice, JobKind kind, int index)
     file.failures = dice.oneIn(3) ? 1 + dice.below(2) : 0;
     file.locked = kind == JobKind::Decrypt && dice.oneIn(2);
     file.destinyReports = kind == JobKind::EncryptAndWipe || dice.oneIn(4) ? dice.below(4) : 0;
+    file.workTime = dice.oneIn(2) ? 70 * static_cast<std::uint32_t>(1 + dice.below(4)) : 0;
     return file;
 }
 

@@ -34,7 +34,7 @@ enum class Act
 /// yes, an error by skipping the file, a password with the right one.
 struct Answers
 {
-    bool declines = false; ///< the question of the job itself
+    bool declines = false;                              ///< the question of the job itself
     std::map<std::wstring, std::deque<int>> fileErrors; ///< 0 repeat, 1 skip, 2 abort
     std::deque<int> passwords;
 };

@@ -63,6 +63,13 @@ JobPlan pausedAndGoneOnWith()
     return planOf(JobKind::Encrypt, {file(L"a", 2)}, {Act::Pause, Act::Resume});
 }
 
+JobPlan slowWork()
+{
+    JobPlan plan = pausedAndGoneOnWith();
+    plan.engine.files[0].workTime = 1000;
+    return plan;
+}
+
 JobPlan cancelledJob()
 {
     return planOf(JobKind::Encrypt, {file(L"a", 2)}, {Act::Cancel});
@@ -134,6 +141,7 @@ JobPlan declined()
 
 const NamedPlan Plans[] = {
     {"pausedAndGoneOnWith", pausedAndGoneOnWith()},
+    {"slowWork", slowWork()},
     {"cancelled", cancelledJob()},
     {"pausedAndThenCancelled", pausedAndThenCancelled()},
     {"hastyClicks", hastyClicks()},
@@ -211,9 +219,9 @@ INSTANTIATE_TEST_SUITE_P(JobSchedules, SmallJob, testing::ValuesIn(Plans),
 TEST_P(SmallJob, endsInOrderInEverySchedule)
 {
     const JobPlan& plan = GetParam().plan;
-    const Exploration exploration = exploreAll([&plan](Choices& choices) { return runJob(plan, choices); },
-                                               boundOfDeviations(), Counted::Deviations,
-                                               secondsFor("JOBRUNNER_SCHEDULE_SECONDS", 2));
+    const Exploration exploration =
+        exploreAll([&plan](Choices& choices) { return runJob(plan, choices); }, boundOfDeviations(),
+                   Counted::Deviations, secondsFor("JOBRUNNER_SCHEDULE_SECONDS", 2));
     std::fputs(toldOf(exploration).c_str(), stdout);
     EXPECT_EQ(exploration.failure, "");
 }

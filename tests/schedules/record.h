@@ -66,10 +66,10 @@ struct Record
     std::atomic<int> prompts{0}; ///< of the engine's threads, each of which hides the progress window
     std::atomic<int> hides{0};
     std::atomic<int> progressCalls{0};
-    std::atomic<int> stops{0};          ///< answers of 0 to the progress of a file
+    std::atomic<int> stops{0}; ///< answers of 0 to the progress of a file
     std::atomic<int> finishedFiles{0};
     std::atomic<int> failedFiles{0};
-    std::atomic<int> liveObjects{0};    ///< of the engine
+    std::atomic<int> liveObjects{0}; ///< of the engine
     /// What the user's last answer to the error of this file means to the engine.
     void setFileErrorCode(const std::wstring& file, int code)
     {

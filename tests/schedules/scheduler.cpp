@@ -1,9 +1,8 @@
 #include "schedules/scheduler.h"
 
-#include <semaphore.h>
+#include "schedules/scheduler_parts.h"
 
 #include <algorithm>
-#include <sstream>
 
 namespace Schedules
 {
@@ -12,72 +11,10 @@ namespace
 {
 
 constexpr std::size_t MostSteps = 50'000;
-constexpr std::size_t StepsInStory = 80;
 
 thread_local Scheduler* schedulerOfThisThread = nullptr;
 
-enum class Doing
-{
-    Running,
-    TakingLock,
-    Waiting,
-    Sleeping,
-    Joining,
-    Nothing, ///< has ended
-};
-
-const char* nameOf(Doing doing)
-{
-    switch (doing)
-    {
-    case Doing::Running:
-        return "could run";
-    case Doing::TakingLock:
-        return "waits for lock";
-    case Doing::Waiting:
-        return "waits for condition";
-    case Doing::Sleeping:
-        return "sleeps";
-    case Doing::Joining:
-        return "waits for a thread's end";
-    default:
-        return "has ended";
-    }
-}
-
 } // namespace
-
-/// A semaphore of the system's own, which no hook touches.
-struct Scheduler::Signal
-{
-    Signal() { sem_init(&semaphore, 0, 0); }
-    ~Signal() { sem_destroy(&semaphore); }
-    Signal(const Signal&) = delete;
-    Signal& operator=(const Signal&) = delete;
-
-    void give() { sem_post(&semaphore); }
-    void await()
-    {
-        while (sem_wait(&semaphore) != 0)
-            ;
-    }
-
-    sem_t semaphore;
-};
-
-struct Scheduler::Thread
-{
-    std::function<void()> procedure;
-    const char* name = "thread";
-    Doing doing = Doing::Running;
-    const void* mutex = nullptr; ///< that it holds no turn without, while it takes a lock or waits
-    const void* condition = nullptr;
-    std::int64_t wakesAt = 0;
-    Id joined = 0;
-    std::vector<const void*> held;
-    Signal turn;
-    std::thread system;
-};
 
 Scheduler::Scheduler(Choices& choices) : choices_(choices), over_(std::make_unique<Signal>()) {}
 
@@ -222,8 +159,10 @@ bool Scheduler::canGoOn(const Thread& thread) const
     case Doing::Running:
         return true;
     case Doing::TakingLock:
-        return std::none_of(threads_.begin(), threads_.end(), [&](const auto& other)
-                            { return std::find(other->held.begin(), other->held.end(), thread.mutex) != other->held.end(); });
+        return std::none_of(
+            threads_.begin(), threads_.end(),
+            [&](const auto& other)
+            { return std::find(other->held.begin(), other->held.end(), thread.mutex) != other->held.end(); });
     case Doing::Joining:
         return threads_[thread.joined]->doing == Doing::Nothing;
     default:
@@ -294,27 +233,6 @@ void Scheduler::abandon(End end)
     over_->give();
     Signal never;
     never.await();
-}
-
-std::string Scheduler::tellStory() const
-{
-    std::ostringstream story;
-    const auto nameAt = [this](Id id) { return std::to_string(id) + " (" + threads_[id]->name + ")"; };
-    for (Id id = 0; id < threads_.size(); ++id)
-    {
-        const Thread& thread = *threads_[id];
-        story << nameAt(id) << ' ' << nameOf(thread.doing);
-        if (thread.doing == Doing::TakingLock || thread.doing == Doing::Waiting)
-            story << ' ' << (thread.doing == Doing::Waiting ? thread.condition : thread.mutex);
-        for (const void* const mutex : thread.held)
-            story << ", holds " << mutex;
-        story << '\n';
-    }
-    const std::size_t first = steps_.size() > StepsInStory ? steps_.size() - StepsInStory : 0;
-    story << "step " << first << ":\n";
-    for (std::size_t step = first; step < steps_.size(); ++step)
-        story << nameAt(steps_[step].thread) << ' ' << steps_[step].what << ' ' << steps_[step].object << '\n';
-    return story.str();
 }
 
 } // namespace Schedules

@@ -105,6 +105,7 @@ StagedEngine::Verdict StagedEngine::examine(const StagedFile& file)
 
 StagedEngine::Verdict StagedEngine::unlock(const StagedFile& file)
 {
+    const std::lock_guard guard(oneQuestion_);
     for (;;)
     {
         IKey* key = nullptr;
@@ -127,20 +128,22 @@ bool StagedEngine::workOn(const StagedFile& file, Verdict verdict)
     callbacks_.overall->OnFileStarted(file.name.c_str());
     bool goesOn = verdict != Verdict::Stop;
     if (verdict == Verdict::Open)
-        goesOn = report(*callbacks_.progress, file.reports, file.size, true) &&
-                 report(*callbacks_.destiny, file.destinyReports, file.size, false);
+        goesOn = report(*callbacks_.progress, file.reports, file, true) &&
+                 report(*callbacks_.destiny, file.destinyReports, file, false);
     finishFile(file, goesOn && verdict == Verdict::Open ? 0 : Failed);
     return goesOn;
 }
 
-bool StagedEngine::report(IFileProgressEvents& events, int reports, std::uint64_t size, bool countsStops)
+bool StagedEngine::report(IFileProgressEvents& events, int reports, const StagedFile& file, bool countsStops)
 {
+    const std::uint64_t part = reports > 0 ? file.size / static_cast<unsigned>(reports) : 0;
     for (int step = 1; step <= reports; ++step)
     {
+        if (file.workTime > 0)
+            platform().threads.sleep(file.workTime);
         const bool cancelledBefore = record_.cancelled;
         const unsigned pausesBefore = record_.pauses;
-        const int answer =
-            events.OnFileProgress(size / static_cast<unsigned>(reports) * static_cast<unsigned>(step), size);
+        const int answer = events.OnFileProgress(part * static_cast<unsigned>(step), file.size);
         ++record_.progressCalls;
         record_.complaints.addUnless(pausesBefore % 2 == 0 || record_.pauses != pausesBefore,
                                      "the engine has gone on through a pause");

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,8 @@ struct StagedFile
     bool locked = false;
     /// Reports of the second stage, in which the source is treated.
     int destinyReports = 0;
+    /// Milliseconds of work before each report, in which the display has the time to show everything.
+    std::uint32_t workTime = 0;
 };
 
 struct EnginePlan
@@ -32,7 +35,8 @@ struct EnginePlan
     std::vector<StagedFile> files;
     /// The list is made on a thread of its own, which may be ahead of the start of the operation.
     bool listOnOwnThread = false;
-    /// Errors and passwords of the later files are asked for on a thread of their own, while an earlier file is at work.
+    /// Errors and passwords of the later files are asked for on a thread of their own, while an earlier file is at
+    /// work.
     bool asksAhead = false;
 };
 
@@ -72,7 +76,7 @@ private:
     Verdict unlock(const StagedFile& file);
     /// False when the job has to stop.
     bool workOn(const StagedFile& file, Verdict verdict);
-    bool report(VaultCore::IFileProgressEvents& events, int reports, std::uint64_t size, bool countsStops);
+    bool report(VaultCore::IFileProgressEvents& events, int reports, const StagedFile& file, bool countsStops);
     void finishFile(const StagedFile& file, std::uint32_t error);
 
     const EnginePlan plan_;
@@ -81,6 +85,7 @@ private:
     std::unique_ptr<Platform::Thread> thread_;
     std::atomic<bool> finished_{false};
     std::vector<Verdict> ahead_;
+    std::mutex oneQuestion_; ///< passwords are asked for one at a time
 };
 
 } // namespace Schedules

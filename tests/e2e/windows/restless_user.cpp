@@ -64,7 +64,7 @@ void RestlessUser::actOnce()
 
 void RestlessUser::expect(const std::function<bool()>& effect)
 {
-    EXPECT_TRUE(waitUntil([&] { return effect() || !progress_.exists(); }));
+    EXPECT_TRUE(waitUntil([&] { return effect() || !progress_.exists() || interrupted_(); }));
 }
 
 bool RestlessUser::isAnswered() const

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <random>
+#include <utility>
 
 #include "windows/running_program.h"
 
@@ -21,6 +22,8 @@ public:
     /// The window that the next operations are about.
     void sitsDownAt(Window progress) { progress_ = progress; }
     const Window& progress() const { return progress_; }
+    /// Tells when something else has come in front of that window, which then may do nothing.
+    void looksOutFor(std::function<bool()> interruption) { interrupted_ = std::move(interruption); }
 
     /// Pauses, resumes, minimises, hides, brings back, tries to close or waits.
     void actOnce();
@@ -37,12 +40,13 @@ public:
     int clicks() const { return clicks_; }
 
 private:
-    /// Waits for an effect on the window; a job that is over has none.
+    /// Waits for an effect on the window; there is none when the job is over or something has come in front.
     void expect(const std::function<bool()>& effect);
     void pressKey();
 
     std::mt19937 random_;
     Window progress_;
+    std::function<bool()> interrupted_ = [] { return false; };
     int actions_ = 0;
     int clicks_ = 0;
 };

@@ -1,6 +1,7 @@
 #include "windows/dialog_job.h"
 #include "windows/restless_user.h"
 
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <thread>
@@ -11,11 +12,13 @@ using namespace EndToEnd;
 namespace
 {
 
-constexpr int UsualSeconds = 20;
+constexpr int UsualSeconds = 15;
 constexpr std::size_t LargeSize = std::size_t{48} << 20;
 /// From then on the user wants the job to come to its end.
-constexpr int PatientAfter = 25;
-constexpr int EndAfter = 100;
+constexpr int PatientAfter = 25; // deeds
+constexpr std::chrono::seconds PatientFrom{30};
+constexpr std::chrono::seconds EndLimit{120};
+constexpr milliseconds DialogLimit{10000};
 
 std::string manyBytes(std::size_t size, char first)
 {
@@ -86,17 +89,30 @@ protected:
         return decrypting ? plain : encrypted(plain);
     }
 
+    bool isAsked() const
+    {
+        for (const Window& window : program->visibleWindows())
+        {
+            if (window.hasItem(TryAgainButton))
+                return true;
+        }
+        return false;
+    }
+
     void useUntilTheEnd()
     {
         user->sitsDownAt(Window());
-        for (step = 0; program->isRunning(); ++step)
+        user->looksOutFor([this] { return isAsked(); });
+        deeds = 0;
+        began = std::chrono::steady_clock::now();
+        while (program->isRunning())
         {
-            ASSERT_LT(step, EndAfter) << "the job does not come to its end";
+            ASSERT_LT(std::chrono::steady_clock::now() - began, EndLimit) << "the job does not come to its end";
             ASSERT_NO_FATAL_FAILURE(useOneWindow());
         }
     }
 
-    bool patient() const { return step > PatientAfter; }
+    bool patient() const { return deeds > PatientAfter || std::chrono::steady_clock::now() - began > PatientFrom; }
 
     void useOneWindow()
     {
@@ -110,6 +126,7 @@ protected:
         }
         if (!user->progress().exists())
             return std::this_thread::sleep_for(milliseconds(20));
+        ++deeds;
         useProgress();
         ASSERT_TRUE(user->isAnswered()) << "the window is stuck";
     }
@@ -139,8 +156,10 @@ protected:
             answerPassword(password);
         else
             answerError(window);
+        ++deeds;
         ++prompts;
-        waitUntil([&] { return !window.exists() || !window.isVisible(); }, milliseconds(patient() ? 2000 : 500));
+        // Every answer ends a dialog, but for a key that goes astray.
+        waitUntil([&] { return !window.exists(); }, DialogLimit);
     }
 
     static bool hasEdit(const Window& window)
@@ -157,11 +176,12 @@ protected:
             return asked.click(PasswordDialog::Ignore);
         if (choice == 3)
             return asked.window().press(VK_ESCAPE);
-        if (asked.isForNewEncryption())
+        const bool forNew = asked.isForNewEncryption();
+        if (forNew)
             asked.typeNewPassword(L"secret");
         else
             asked.replacePassword(anyPassword());
-        if (user->oneIn(3))
+        if (!forNew && user->oneIn(3))
             asked.window().press(VK_RETURN);
         else
             asked.click(PasswordDialog::Proceed);
@@ -266,7 +286,8 @@ protected:
     std::vector<Sample> opened;
     bool decrypting = false;
     bool deletes = false;
-    int step = 0;
+    int deeds = 0;
+    std::chrono::steady_clock::time_point began;
     int rounds = 0;
     int prompts = 0;
     int cancels = 0;
