@@ -23,22 +23,33 @@ const std::string* find(const Files& files, const std::string& path)
     return found == files.end() ? nullptr : &found->second;
 }
 
-bool gives(Kind kind, const Result& result, const std::string& bytes)
+bool isPackageName(const std::string& path)
 {
-    if (kind == Kind::Encrypt)
-        return opened(bytes) == result.content;
-    if (kind == Kind::Decrypt)
-        return bytes == result.content;
-    const auto files = unpacked(bytes);
-    return files && files->contains(result.packedName) && files->at(result.packedName) == result.content;
+    return path.ends_with(".exe");
+}
+
+/// A run that goes on where another one was ended packs what it still finds, and names the package after that.
+State stateInPackages(const Result& result, const Files& files)
+{
+    for (const auto& [path, bytes] : files)
+    {
+        const auto inside = isPackageName(path) ? unpacked(bytes) : std::nullopt;
+        const std::string* const content = inside ? find(*inside, result.packedName) : nullptr;
+        if (content != nullptr && *content == result.content)
+            return State::Whole;
+    }
+    return State::Missing;
 }
 
 State stateOf(Kind kind, const Result& result, const Files& files)
 {
+    if (kind == Kind::Pack)
+        return stateInPackages(result, files);
     const std::string* const bytes = find(files, result.path);
     if (bytes == nullptr)
         return State::Missing;
-    return gives(kind, result, *bytes) ? State::Whole : State::Broken;
+    const bool whole = kind == Kind::Encrypt ? opened(*bytes) == result.content : *bytes == result.content;
+    return whole ? State::Whole : State::Broken;
 }
 
 State stateOfSource(const Order& order, const Work& work, const Files& files)
@@ -70,20 +81,32 @@ void judgeSource(const Order& order, const Work& work, const Files& after, Compl
         found.push_back(what + ", and no whole result stands in its place");
 }
 
-/// The result of a package may lack a file that could not be packed.
-bool mayLack(const Order& order, const Work& work, const Files& after)
-{
-    return order.kind == Kind::Pack && stateOfSource(order, work, after) == State::Whole &&
-           unpacked(*find(after, work.results[0].path)).has_value();
-}
-
 void judgeResults(const Order& order, const Work& work, const Files& after, Complaints& found)
 {
     for (const Result& result : work.results)
     {
-        if (stateOf(order.kind, result, after) == State::Broken && !mayLack(order, work, after))
+        if (stateOf(order.kind, result, after) == State::Broken)
             found.push_back(result.path + " stands and is not whole");
     }
+}
+
+bool isOrdered(const Order& order, const std::string& name, const std::string& content)
+{
+    return std::any_of(order.works.begin(), order.works.end(),
+                       [&](const Work& work)
+                       {
+                           const Result& result = work.results.front();
+                           return result.packedName == name && result.content == content;
+                       });
+}
+
+/// A package may lack files that could not be packed, and holds nothing else.
+bool isWholePackage(const Order& order, const std::string& path, const std::string& bytes)
+{
+    const auto inside = order.kind == Kind::Pack && isPackageName(path) ? unpacked(bytes) : std::nullopt;
+    return inside && !inside->empty() &&
+           std::all_of(inside->begin(), inside->end(),
+                       [&](const auto& file) { return isOrdered(order, file.first, file.second); });
 }
 
 std::set<std::string> namesOf(const Order& order)
@@ -93,7 +116,10 @@ std::set<std::string> namesOf(const Order& order)
     {
         names.insert(work.source);
         for (const Result& result : work.results)
-            names.insert(result.path);
+        {
+            if (order.kind != Kind::Pack)
+                names.insert(result.path);
+        }
     }
     return names;
 }
@@ -112,14 +138,6 @@ bool isLeftByWipe(const Order& order, const std::string& path, const std::string
     return isMeaningless(path.ends_with('/') ? path.substr(0, path.size() - 1) : path);
 }
 
-/// An earlier run has left an empty file of a wipe in a folder of the job: it is a file like any other now.
-bool comesFromWipe(const Order& order, const std::string& path, const std::string& content)
-{
-    const std::string ending = ".zel";
-    return order.kind == Kind::Encrypt && path.ends_with(ending) && opened(content) == std::string() &&
-           isLeftByWipe(order, path.substr(0, path.size() - ending.size()), "");
-}
-
 void judgeOthers(const Order& order, const Files& after, Complaints& found)
 {
     const std::set<std::string> names = namesOf(order);
@@ -132,7 +150,8 @@ void judgeOthers(const Order& order, const Files& after, Complaints& found)
     for (const auto& [path, content] : after)
     {
         const bool known = names.contains(path) || order.before.contains(path) || isFolderOfJob(names, path);
-        if (!known && !isTemporary(path) && !isLeftByWipe(order, path, content) && !comesFromWipe(order, path, content))
+        if (!known && !isTemporary(path) && !isLeftByWipe(order, path, content) &&
+            !isWholePackage(order, path, content))
             found.push_back(path + " stands there, and nobody asked for it");
     }
 }

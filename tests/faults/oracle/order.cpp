@@ -24,10 +24,10 @@ std::string manyBytes(std::size_t count)
 /// What the user has, and something beside it that no job is about.
 const Files& plain()
 {
-    static const Files files{{"large.bin", manyBytes(ManyPieces)},
-                             {"tree/empty.txt", ""},
-                             {"tree/one.txt", "the first of the small ones"},
-                             {"tree/two.txt", "another small one"}};
+    static const Files files{{"large.bin", manyBytes(ManyPieces)}, {"tree/empty.txt", ""},
+                             {"tree/five.txt", "sixty words"},     {"tree/four.txt", manyBytes(5'000)},
+                             {"tree/one.txt", "the first one"},    {"tree/three.txt", std::string(300, '3')},
+                             {"tree/two.txt", "another one"}};
     return files;
 }
 
@@ -46,7 +46,8 @@ Order overPlainFiles(Kind kind, Fate fate)
 {
     Order order = orderOf(kind, fate);
     order.before.insert(plain().begin(), plain().end());
-    order.entries = {"large.bin", "tree"};
+    for (const auto& [path, content] : plain())
+        order.entries.push_back(path);
     return order;
 }
 
@@ -64,7 +65,7 @@ Order packing(Fate fate)
 {
     Order order = overPlainFiles(Kind::Pack, fate);
     for (const auto& [path, content] : plain())
-        order.works.push_back({path, {{"large.bin.exe", content, path}}});
+        order.works.push_back({path, {{"large.bin.exe", content, nameOf(path)}}});
     return order;
 }
 
@@ -95,6 +96,7 @@ Order unpacking(Fate fate, const std::string& package)
 Order removal(Fate fate)
 {
     Order order = overPlainFiles(Kind::Remove, fate);
+    order.entries = {"large.bin", "tree"};
     for (const auto& [path, content] : plain())
         order.works.push_back({path, {}});
     return order;

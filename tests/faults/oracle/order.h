@@ -56,13 +56,14 @@ struct Order
 };
 
 // Orders over files of a size each that the program treats in its own way: one of several pieces, small ones in a
-// folder of their own, an empty one.
+// folder of their own, an empty one. An encryption names each file by itself: one that is run again takes what it finds
+// in a folder, results of the first run as well, and seals them once more.
 
 Order encryption(Fate fate);
 Order packing(Fate fate);
 /// `fate` is that of the encrypted files.
 Order decryption(Fate fate);
-/// Of one package with several files; `package` is what it was made of by `packing`, as a program gives it.
+/// Of one package that a program has made of all the files, the small ones in their folder.
 Order unpacking(Fate fate, const std::string& package);
 Order removal(Fate fate);
 

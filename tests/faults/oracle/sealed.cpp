@@ -3,6 +3,7 @@
 #include "vaultcore/container/container.h"
 #include "vaultcore/container/key_file.h"
 #include "vaultcore/package/package_reader.h"
+#include "vaultcore/package/package_writer.h"
 
 #include <algorithm>
 #include <span>
@@ -50,12 +51,26 @@ private:
     const std::string& text_;
 };
 
-class TextSink final : public IByteSink
+class TextSink final : public IPackageSink
 {
 public:
     void write(std::span<const std::uint8_t> bytes) override { text.append(bytes.begin(), bytes.end()); }
+    void cutTo(std::uint64_t size) override { text.resize(static_cast<std::size_t>(size)); }
     std::string text;
 };
+
+ContainerDetails detailsOf(const std::string& name, const std::string& content)
+{
+    ContainerDetails details;
+    details.name = name;
+    details.size = content.size();
+    return details;
+}
+
+std::span<const std::uint8_t> bytesOf(const std::string& text)
+{
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
 
 KeyMaterial material()
 {
@@ -124,12 +139,21 @@ catch (const ContainerFailure&)
 std::string sealed(const std::string& name, const std::string& content)
 {
     TextSink sink;
-    ContainerDetails details;
-    details.name = name;
-    details.size = content.size();
-    const auto writer = startEncryption(*testedKey(), Aes256)->begin(sink, {}, details);
-    writer->write({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+    const auto writer = startEncryption(*testedKey(), Aes256)->begin(sink, {}, detailsOf(name, content));
+    writer->write(bytesOf(content));
     writer->finish();
+    return sink.text;
+}
+
+std::string packed(const Files& files)
+{
+    TextSink sink;
+    sink.text = "MZ";
+    const auto session = startEncryption(*testedKey(), Aes256);
+    PackageWriter writer(sink, sink.text.size(), *session, {});
+    for (const auto& [name, content] : files)
+        writer.add(detailsOf(name, content), [&](ContainerWriter& to) { to.write(bytesOf(content)); });
+    writer.finish({});
     return sink.text;
 }
 

@@ -22,7 +22,10 @@ std::string testedKeyFile();
 std::optional<std::string> opened(const std::string& encrypted);
 /// What is in a package, by the names inside; nothing unless all of it is whole.
 std::optional<Files> unpacked(const std::string& package);
-/// For the states before a job.
+// For the states before a job.
+
 std::string sealed(const std::string& name, const std::string& content);
+/// A package with a program that is none.
+std::string packed(const Files& files);
 
 } // namespace Faults

@@ -62,7 +62,9 @@ Ended Attempts::disturb(const Trapping& trapping, int code, char answer,
     const bool reached = static_cast<long>(ended.calls.size()) >= trapping.step;
     EXPECT_TRUE(killedAfter || ended.code == (reached ? code : 0)) << ended.code << '\n' << what;
     judge(ended, what);
-    runAgain(what);
+    // What has ended by itself and left nothing would only be found done, or done again.
+    if (isFullRun() || ended.code != 0 || hasTemporaries(between_))
+        runAgain(what);
     return ended;
 }
 

@@ -17,7 +17,6 @@ class ARandomMoment : public testing::TestWithParam<const char*>
 TEST_P(ARandomMoment, mayBeTheLastOne)
 {
     Attempts attempts(scenario(GetParam()));
-    attempts.callsOfCleanRun();
     const auto begin = std::chrono::steady_clock::now();
     attempts.callsOfCleanRun();
     const auto whole =

@@ -24,7 +24,8 @@ Scenario packingScenario(const std::string& name, Fate fate)
 /// A package as the program makes it.
 std::string package()
 {
-    const Scenario scenario = packingScenario("", Fate::Keep);
+    Scenario scenario = packingScenario("", Fate::Keep);
+    scenario.order.entries = {"large.bin", "tree"};
     const Workplace place;
     putFiles(place.files(), scenario.order.before);
     scenario.run(place);
@@ -67,9 +68,12 @@ std::vector<Scenario> allScenarios()
 Ended Scenario::run(const Workplace& place, const Trapping& trapping, char answer,
                     std::optional<std::chrono::microseconds> killedAfter) const
 {
-    std::string input = order.kind == Kind::Remove ? "y\n" : "k\n" + place.keyFile().string() + "\n";
-    for (int question = 0; question < 50; ++question)
-        input += std::string(1, answer) + "\n";
+    // The lines come round again and again: each question takes the next one that answers it.
+    const std::string round =
+        (order.kind == Kind::Remove ? "y\n" : "k\n" + place.keyFile().string() + "\n") + answer + "\n";
+    std::string input;
+    for (int question = 0; question < 100; ++question)
+        input += round;
     return place.run({programUnderTest(), place.addJob(kind, order.entries, fields)}, input, trapping, killedAfter);
 }
 

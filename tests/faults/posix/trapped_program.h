@@ -1,5 +1,6 @@
 #pragma once
 
+#include "linux/memory_disk.h"
 #include "oracle/oracle.h"
 #include "scenarios/sample_folder.h"
 
@@ -41,7 +42,7 @@ public:
     Workplace();
 
     /// The folder that is trapped.
-    Path files() const { return folder_.path() / "files"; }
+    Path files() const { return (disk_.isThere() ? disk_.path() : folder_.path()) / "files"; }
     Path keyFile() const { return folder_.path() / "tested.zelkey"; }
     /// The job file, for a list of entries below `files`.
     Path addJob(const std::string& kind, const std::vector<std::string>& entries, const std::string& fields) const;
@@ -57,6 +58,8 @@ private:
     std::vector<std::string> environment(const Trapping& trapping) const;
 
     EndToEnd::SampleFolder folder_;
+    /// An ended process does not take with it what it has handed to the system, so no real disk is waited for.
+    EndToEnd::MemoryDisk disk_;
 };
 
 } // namespace Faults

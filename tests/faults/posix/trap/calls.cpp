@@ -162,9 +162,9 @@ TRAPPED int fallocate(int file, int mode, off_t at, off_t size)
 TRAPPED off_t lseek(int file, off_t at, int from)
 {
     const Act act = Trap::nextCall("lseek", file, nullptr);
-    if (act == Act::Fail)
-        return -1;
-    return ::syscall(SYS_lseek, file, at, from);
+    if (act == Act::Tear)
+        Trap::endProcess();
+    return act == Act::Fail ? -1 : ::syscall(SYS_lseek, file, at, from);
 }
 TRAPPED off64_t lseek64(int, off64_t, int) __attribute__((alias("lseek")));
 
@@ -244,6 +244,9 @@ TRAPPED struct dirent* readdir(DIR* folder)
 {
     using Read = struct dirent*(DIR*);
     static Read* const next = reinterpret_cast<Read*>(::dlsym(RTLD_NEXT, "readdir"));
-    return Trap::nextCall("readdir", ::dirfd(folder), nullptr) == Act::Fail ? nullptr : next(folder);
+    const Act act = Trap::nextCall("readdir", ::dirfd(folder), nullptr);
+    if (act == Act::Tear)
+        Trap::endProcess();
+    return act == Act::Fail ? nullptr : next(folder);
 }
 TRAPPED struct dirent64* readdir64(DIR*) __attribute__((alias("readdir")));
