@@ -10,6 +10,8 @@ namespace Faults
 namespace
 {
 
+constexpr std::size_t Piece = 32;
+
 enum class State
 {
     Missing,
@@ -62,8 +64,8 @@ State stateOfSource(const Order& order, const Work& work, const Files& files)
 
 bool allWhole(const Order& order, const Work& work, const Files& files)
 {
-    return std::all_of(work.results.begin(), work.results.end(), [&](const Result& result)
-                       { return stateOf(order.kind, result, files) == State::Whole; });
+    return std::all_of(work.results.begin(), work.results.end(),
+                       [&](const Result& result) { return stateOf(order.kind, result, files) == State::Whole; });
 }
 
 /// Without results nothing has to stand before the file goes.
@@ -100,13 +102,28 @@ bool isOrdered(const Order& order, const std::string& name, const std::string& c
                        });
 }
 
+/// What a wipe has begun to overwrite, when the process was ended, is a file like any other for the next run.
+bool isHalfWiped(const Order& order, const Files& between, const std::string& name, const std::string& content)
+{
+    return order.fate == Fate::Wipe && std::any_of(order.works.begin(), order.works.end(),
+                                                   [&](const Work& work)
+                                                   {
+                                                       const std::string* const bytes = find(between, work.source);
+                                                       return bytes != nullptr && nameOf(work.source) == name &&
+                                                              *bytes == content;
+                                                   });
+}
+
 /// A package may lack files that could not be packed, and holds nothing else.
-bool isWholePackage(const Order& order, const std::string& path, const std::string& bytes)
+bool isWholePackage(const Order& order, const Files& between, const std::string& path, const std::string& bytes)
 {
     const auto inside = order.kind == Kind::Pack && isPackageName(path) ? unpacked(bytes) : std::nullopt;
     return inside && !inside->empty() &&
            std::all_of(inside->begin(), inside->end(),
-                       [&](const auto& file) { return isOrdered(order, file.first, file.second); });
+                       [&](const auto& file) {
+                           return isOrdered(order, file.first, file.second) ||
+                                  isHalfWiped(order, between, file.first, file.second);
+                       });
 }
 
 std::set<std::string> namesOf(const Order& order)
@@ -131,14 +148,30 @@ bool isFolderOfJob(const std::set<std::string>& names, const std::string& path)
     return path.ends_with('/') && next != names.end() && next->starts_with(path);
 }
 
-bool isLeftByWipe(const Order& order, const std::string& path, const std::string& content)
+/// Is there a piece of `source` in its own place, or all of a short one?
+bool shows(const std::string& content, const std::string& source)
 {
-    if (order.fate != Fate::Wipe || !content.empty())
-        return false;
-    return isMeaningless(path.ends_with('/') ? path.substr(0, path.size() - 1) : path);
+    if (source.size() < Piece)
+        return !source.empty() && content == source;
+    for (std::size_t at = 0; at + Piece <= std::min(content.size(), source.size()); at += Piece)
+    {
+        if (content.compare(at, Piece, source, at, Piece) == 0)
+            return true;
+    }
+    return false;
 }
 
-void judgeOthers(const Order& order, const Files& after, Complaints& found)
+/// Without anything of what was in it. The power may have gone before the disk knew that it is empty.
+bool isLeftByWipe(const Order& order, const std::string& path, const std::string& content)
+{
+    if (order.fate != Fate::Wipe || !isMeaningless(path.ends_with('/') ? path.substr(0, path.size() - 1) : path))
+        return false;
+    return std::none_of(order.works.begin(), order.works.end(),
+                        [&](const Work& work) { return shows(content, order.before.at(work.source)); });
+}
+
+/// `between` is what the run found.
+void judgeOthers(const Order& order, const Files& between, const Files& after, Complaints& found)
 {
     const std::set<std::string> names = namesOf(order);
     for (const auto& [path, content] : order.before)
@@ -151,14 +184,32 @@ void judgeOthers(const Order& order, const Files& after, Complaints& found)
     {
         const bool known = names.contains(path) || order.before.contains(path) || isFolderOfJob(names, path);
         if (!known && !isTemporary(path) && !isLeftByWipe(order, path, content) &&
-            !isWholePackage(order, path, content))
+            !isWholePackage(order, between, path, content))
             found.push_back(path + " stands there, and nobody asked for it");
     }
 }
 
-} // namespace
+/// A folder that is asked about is told of like a file.
+std::size_t removedFolders(const Order& order, const Files& after)
+{
+    const auto isGone = [&](const std::string& entry)
+    {
+        const auto next = after.lower_bound(entry + '/');
+        return !order.before.contains(entry) && (next == after.end() || !next->first.starts_with(entry + '/'));
+    };
+    if (order.kind != Kind::Remove)
+        return 0;
+    return static_cast<std::size_t>(std::count_if(order.entries.begin(), order.entries.end(), isGone));
+}
 
-Complaints complaints(const Order& order, const Files& after, const std::optional<Told>& told)
+/// It lacks what could not be packed, and is not replaced.
+bool packageIsInTheWay(const Order& order, const Files& between)
+{
+    return order.kind == Kind::Pack &&
+           std::any_of(between.begin(), between.end(), [](const auto& file) { return isPackageName(file.first); });
+}
+
+Complaints judged(const Order& order, const Files& between, const Files& after)
 {
     Complaints found;
     for (const Work& work : order.works)
@@ -166,8 +217,16 @@ Complaints complaints(const Order& order, const Files& after, const std::optiona
         judgeSource(order, work, after, found);
         judgeResults(order, work, after, found);
     }
-    judgeOthers(order, after, found);
-    const std::size_t done = doneOf(order, after);
+    judgeOthers(order, between, after, found);
+    return found;
+}
+
+} // namespace
+
+Complaints complaints(const Order& order, const Files& after, const std::optional<Told>& told)
+{
+    Complaints found = judged(order, order.before, after);
+    const std::size_t done = doneOf(order, after) + removedFolders(order, after);
     if (told && told->processed > done)
         found.push_back(std::to_string(told->processed) + " files were told as done, and only " + std::to_string(done) +
                         " are");
@@ -176,7 +235,7 @@ Complaints complaints(const Order& order, const Files& after, const std::optiona
 
 Complaints complaintsAtEnd(const Order& order, const Files& between, const Files& after)
 {
-    Complaints found = complaints(order, after);
+    Complaints found = judged(order, between, after);
     for (const auto& [path, content] : after)
     {
         if (isTemporary(path))
@@ -187,7 +246,7 @@ Complaints complaintsAtEnd(const Order& order, const Files& between, const Files
         const bool wasThere = find(between, work.source) != nullptr;
         if (order.kind == Kind::Remove && find(after, work.source) != nullptr)
             found.push_back(work.source + " is still there");
-        if (wasThere && !allWhole(order, work, after))
+        if (wasThere && !allWhole(order, work, after) && !packageIsInTheWay(order, between))
             found.push_back(work.source + " has no whole result though nothing disturbed the job");
     }
     return found;
@@ -196,9 +255,15 @@ Complaints complaintsAtEnd(const Order& order, const Files& between, const Files
 std::size_t doneOf(const Order& order, const Files& after)
 {
     const State wanted = order.fate == Fate::Keep ? State::Whole : State::Missing;
-    return static_cast<std::size_t>(
-        std::count_if(order.works.begin(), order.works.end(), [&](const Work& work)
-                      { return allWhole(order, work, after) && stateOfSource(order, work, after) == wanted; }));
+    return static_cast<std::size_t>(std::count_if(
+        order.works.begin(), order.works.end(),
+        [&](const Work& work) { return allWhole(order, work, after) && stateOfSource(order, work, after) == wanted; }));
+}
+
+std::size_t withResults(const Order& order, const Files& after)
+{
+    return static_cast<std::size_t>(std::count_if(order.works.begin(), order.works.end(),
+                                                  [&](const Work& work) { return allWhole(order, work, after); }));
 }
 
 bool hasTemporaries(const Files& files)

@@ -33,6 +33,8 @@ Complaints complaintsAtEnd(const Order& order, const Files& between, const Files
 
 /// How many of the files that a job works on are done.
 std::size_t doneOf(const Order& order, const Files& after);
+/// Of how many all results are whole, whatever became of their sources.
+std::size_t withResults(const Order& order, const Files& after);
 /// Is there a temporary file?
 bool hasTemporaries(const Files& files);
 

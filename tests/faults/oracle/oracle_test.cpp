@@ -149,8 +149,13 @@ TEST_P(TheJudge, knowsTheEmptyFileThatAWipeHasRenamed)
     Files after = done;
     after["tree/abcdefghijkl"] = "";
     EXPECT_EQ(judged(order, after).empty(), GetParam() == Fate::Wipe);
-    after["tree/abcdefghijkl"] = "x";
-    EXPECT_NE(judged(order, after), "");
+    for (const char* const source : {"large.bin", "tree/one.txt"})
+    {
+        after["tree/abcdefghijkl"] = order.before.at(source);
+        EXPECT_NE(judged(order, after), "") << "it can still be read";
+    }
+    after["tree/abcdefghijk"] = "";
+    EXPECT_NE(judged(order, after), "") << "another kind of name";
 }
 
 TEST_P(TheJudge, objectsToMoreThatWasToldThanDone)
@@ -241,7 +246,8 @@ TEST(TheJudgeOfARemoval, objectsToAFileThatOnlyAWipeMayChange)
         EXPECT_EQ(judged(order, after).empty(), fate == Fate::Wipe);
         EXPECT_NE(textOf(complaintsAtEnd(order, order.before, after)), "") << "it should be gone";
         EXPECT_NE(judged(order, order.before, Told{1, 0}), "");
-        EXPECT_EQ(judged(order, {{"beside.txt", order.before.at("beside.txt")}}, Told{7, 0}), "");
+        EXPECT_EQ(judged(order, {{"beside.txt", order.before.at("beside.txt")}}, Told{8, 0}), "")
+            << "the folder counts when it was asked about";
     }
 }
 

@@ -7,7 +7,7 @@ namespace Faults
 namespace
 {
 
-constexpr std::size_t ManyPieces = 600'000;
+constexpr std::size_t ManyPieces = 300'000;
 
 std::string manyBytes(std::size_t count)
 {

@@ -6,6 +6,7 @@
 #include "vaultcore/package/package_writer.h"
 
 #include <algorithm>
+#include <cstring>
 #include <span>
 
 namespace Faults
@@ -17,6 +18,11 @@ using namespace VaultCore;
 
 constexpr std::uint32_t Aes256 = 3;
 
+void append(std::string& text, std::span<const std::uint8_t> bytes)
+{
+    text.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+}
+
 class TextSource final : public IByteSource
 {
 public:
@@ -24,7 +30,7 @@ public:
     std::size_t read(std::span<std::uint8_t> bytes) override
     {
         const std::size_t count = std::min(bytes.size(), text_.size() - at_);
-        std::copy_n(text_.begin() + static_cast<std::ptrdiff_t>(at_), count, bytes.begin());
+        std::memcpy(bytes.data(), text_.data() + at_, count);
         at_ += count;
         return count;
     }
@@ -43,7 +49,7 @@ public:
     {
         const auto at = static_cast<std::size_t>(std::min<std::uint64_t>(offset, text_.size()));
         const std::size_t count = std::min(bytes.size(), text_.size() - at);
-        std::copy_n(text_.begin() + static_cast<std::ptrdiff_t>(at), count, bytes.begin());
+        std::memcpy(bytes.data(), text_.data() + at, count);
         return count;
     }
 
@@ -54,7 +60,7 @@ private:
 class TextSink final : public IPackageSink
 {
 public:
-    void write(std::span<const std::uint8_t> bytes) override { text.append(bytes.begin(), bytes.end()); }
+    void write(std::span<const std::uint8_t> bytes) override { append(text, bytes); }
     void cutTo(std::uint64_t size) override { text.resize(static_cast<std::size_t>(size)); }
     std::string text;
 };
@@ -86,7 +92,7 @@ std::string contentOf(ContainerReader& reader)
 {
     std::string content;
     for (auto piece = reader.read(); !piece.empty(); piece = reader.read())
-        content.append(piece.begin(), piece.end());
+        append(content, piece);
     return content;
 }
 

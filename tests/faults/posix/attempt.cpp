@@ -41,16 +41,16 @@ std::string textOf(const Trapping& trapping, const Ended& ended)
 
 } // namespace
 
-std::vector<std::string> Attempts::callsOfCleanRun()
+Ended Attempts::cleanRun()
 {
     putFiles(place_.files(), scenario_.order.before);
-    const Ended ended = scenario_.run(place_);
+    Ended ended = scenario_.run(place_);
     EXPECT_EQ(ended.code, 0) << ended.shown;
     const Files after = filesBelow(place_.files());
     EXPECT_EQ(textOf(complaintsAtEnd(scenario_.order, scenario_.order.before, after)), "") << ended.shown;
     EXPECT_EQ(doneOf(scenario_.order, after), scenario_.order.works.size());
     EXPECT_TRUE(ended.told.has_value()) << "nothing was reported";
-    return ended.calls;
+    return ended;
 }
 
 Ended Attempts::disturb(const Trapping& trapping, int code, char answer,
@@ -79,9 +79,8 @@ void Attempts::runAgain(const std::string& what)
 {
     const Ended ended = scenario_.run(place_);
     EXPECT_EQ(ended.code, 0) << what << ended.shown;
-    EXPECT_EQ(textOf(complaintsAtEnd(scenario_.order, between_, filesBelow(place_.files()))), "")
-        << what << "then:\n"
-        << ended.shown;
+    EXPECT_EQ(textOf(complaintsAtEnd(scenario_.order, between_, filesBelow(place_.files()))), "") << what << "then:\n"
+                                                                                                  << ended.shown;
 }
 
 } // namespace Faults

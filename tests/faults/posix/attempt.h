@@ -16,7 +16,8 @@ public:
 
     const Scenario& scenario() const { return scenario_; }
     /// The calls of a run that nothing disturbs; it has to do all of its work.
-    std::vector<std::string> callsOfCleanRun();
+    std::vector<std::string> callsOfCleanRun() { return cleanRun().calls; }
+    Ended cleanRun();
     /// One disturbed run, and behind it an undisturbed one of the same job; what both leave is judged. The first one
     /// has to end with `code`.
     Ended disturb(const Trapping& trapping, int code, char answer = 's',

@@ -107,7 +107,7 @@ TEST(TheTrap, seesTheCallsThatCount)
 {
     const std::vector<std::string> calls = Attempts(scenario("encryptAndWipe")).callsOfCleanRun();
     for (const std::string name : {"open ", "read ", "write ", "pwrite ", "fsync ", "renameat2 ", "ftruncate ",
-                                    "unlinkat ", "fchmod ", "futimens ", "close "})
+                                   "unlinkat ", "fchmod ", "futimens ", "close "})
     {
         EXPECT_TRUE(std::any_of(calls.begin(), calls.end(), [&](const auto& call) { return call.starts_with(name); }))
             << name;
@@ -120,8 +120,8 @@ TEST(TheTrap, letsACallFailAndTheProgramTellsIt)
     const Scenario& job = scenario("encryptAndKeep");
     putFiles(place.files(), job.order.before);
     const Ended clean = job.run(place);
-    const auto write =
-        std::find_if(clean.calls.begin(), clean.calls.end(), [](const auto& call) { return call.starts_with("write "); });
+    const auto write = std::find_if(clean.calls.begin(), clean.calls.end(),
+                                    [](const auto& call) { return call.starts_with("write "); });
     ASSERT_NE(write, clean.calls.end());
     putFiles(place.files(), job.order.before);
     const Ended ended = job.run(place, {"once", write - clean.calls.begin() + 1, ENOSPC});

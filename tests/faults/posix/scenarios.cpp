@@ -1,7 +1,6 @@
 #include "posix/scenarios.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <stdexcept>
 
 namespace Faults
@@ -84,12 +83,6 @@ const Scenario& scenario(const std::string& name)
     if (found == all.end())
         throw std::runtime_error("there is no scenario " + name);
     return *found;
-}
-
-bool isFullRun()
-{
-    const char* const wanted = std::getenv("JOBRUNNER_FAULTS");
-    return wanted != nullptr && std::string(wanted) == "full";
 }
 
 } // namespace Faults

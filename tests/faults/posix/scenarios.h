@@ -1,5 +1,6 @@
 #pragma once
 
+#include "oracle/full_run.h"
 #include "oracle/order.h"
 #include "posix/trapped_program.h"
 
@@ -25,13 +26,10 @@ struct Scenario
 
 /// Every kind of job with every fate of its files.
 inline constexpr const char* ScenarioNames[] = {
-    "encryptAndKeep", "encryptAndDelete", "encryptAndWipe",   "packAndKeep",   "packAndDelete",
-    "packAndWipe",    "decryptAndKeep",   "decryptAndDelete", "unpackAndKeep", "unpackAndDelete",
-    "delete",         "wipe",             "doubleClick"};
+    "encryptAndKeep", "encryptAndDelete", "encryptAndWipe", "packAndKeep",     "packAndDelete", "packAndWipe",
+    "decryptAndKeep", "decryptAndDelete", "unpackAndKeep",  "unpackAndDelete", "delete",        "wipe",
+    "doubleClick"};
 /// The one of a name. The first call makes them all, by runs of the program.
 const Scenario& scenario(const std::string& name);
-
-/// All steps and moments, or those of a short run: JOBRUNNER_FAULTS is "full" for the long one.
-bool isFullRun();
 
 } // namespace Faults

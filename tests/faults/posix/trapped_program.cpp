@@ -93,22 +93,58 @@ int codeOf(int status)
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-int waitFor(pid_t process, std::optional<std::chrono::microseconds> killedAfter)
+/// Watches what the trap writes down.
+class Watch
+{
+public:
+    explicit Watch(Path log) : log_(std::move(log)) {}
+
+    void look(Clock::time_point now)
+    {
+        std::error_code missing;
+        const std::uintmax_t size = fs::file_size(log_, missing);
+        if (missing || size == size_)
+            return;
+        if (size_ == 0)
+            first_ = now;
+        last_ = now;
+        size_ = size;
+    }
+    /// Since the first call.
+    std::chrono::microseconds since(Clock::time_point now) const
+    {
+        return std::chrono::duration_cast<std::chrono::microseconds>(size_ == 0 ? Clock::duration(-1) : now - first_);
+    }
+    std::chrono::microseconds worked() const { return size_ == 0 ? std::chrono::microseconds(0) : since(last_); }
+
+private:
+    const Path log_;
+    std::uintmax_t size_ = 0;
+    Clock::time_point first_;
+    Clock::time_point last_;
+};
+
+void waitFor(pid_t process, const std::optional<std::chrono::microseconds>& killedAfter, Watch watch, Ended& ended)
 {
     const auto begin = Clock::now();
     for (int status = 0;;)
     {
-        if (::waitpid(process, &status, WNOHANG) == process)
-            return codeOf(status);
+        const bool isOver = ::waitpid(process, &status, WNOHANG) == process;
         const auto now = Clock::now();
+        watch.look(now);
+        ended.code = codeOf(status);
+        ended.worked = watch.worked();
+        if (isOver)
+            return;
         const bool overdue = now - begin > EndLimit;
-        if (overdue || (killedAfter && now - begin >= *killedAfter))
+        if (overdue || (killedAfter && watch.since(now) >= *killedAfter))
         {
             ::kill(process, SIGKILL);
             ::waitpid(process, &status, 0);
-            return overdue ? -1 : codeOf(status);
+            ended.code = overdue ? -1 : codeOf(status);
+            return;
         }
-        std::this_thread::sleep_for(std::chrono::microseconds(killedAfter ? 100 : 1000));
+        std::this_thread::sleep_for(std::chrono::microseconds(200));
     }
 }
 
@@ -145,7 +181,7 @@ Ended Workplace::run(const std::vector<std::string>& command, const std::string&
     fs::remove(log());
     const pid_t process = start(command, environment(trapping), folder_.addFile("input", input), output());
     Ended ended;
-    ended.code = waitFor(process, killedAfter);
+    waitFor(process, killedAfter, Watch(log()), ended);
     ended.calls = linesOf(log());
     ended.shown = EndToEnd::contentOf(output());
     ended.told = told();
@@ -156,16 +192,13 @@ std::vector<std::string> Workplace::environment(const Trapping& trapping) const
 {
     const Path library = fs::read_symlink("/proc/self/exe").parent_path() / TrapLibrary;
     const char* const sanitizer = std::getenv("ASAN_OPTIONS");
-    std::vector<std::string> set{"LD_PRELOAD=" + library.string(),
-                                 "JOBRUNNER_TRAP_FOLDER=" + fs::canonical(files()).string(),
-                                 "JOBRUNNER_TRAP_LOG=" + log().string(),
-                                 "JOBRUNNER_TRAP_STEP=" + std::to_string(trapping.step),
-                                 "JOBRUNNER_TRAP_DEED=" + trapping.deed,
-                                 "JOBRUNNER_TRAP_ERROR=" + std::to_string(trapping.error),
-                                 "XDG_CONFIG_HOME=" + (folder_.path() / "config").string(),
-                                 // The trap stands in front of the address sanitizer, which does not mind.
-                                 std::string("ASAN_OPTIONS=") + (sanitizer == nullptr ? "" : sanitizer) +
-                                     ":verify_asan_link_order=0"};
+    std::vector<std::string> set{
+        "LD_PRELOAD=" + library.string(), "JOBRUNNER_TRAP_FOLDER=" + fs::canonical(files()).string(),
+        "JOBRUNNER_TRAP_LOG=" + log().string(), "JOBRUNNER_TRAP_STEP=" + std::to_string(trapping.step),
+        "JOBRUNNER_TRAP_DEED=" + trapping.deed, "JOBRUNNER_TRAP_ERROR=" + std::to_string(trapping.error),
+        "XDG_CONFIG_HOME=" + (folder_.path() / "config").string(),
+        // The trap stands in front of the address sanitizer, which does not mind.
+        std::string("ASAN_OPTIONS=") + (sanitizer == nullptr ? "" : sanitizer) + ":verify_asan_link_order=0"};
     const auto isSet = [&](const std::string& variable)
     {
         const std::string name = variable.substr(0, variable.find('=') + 1);

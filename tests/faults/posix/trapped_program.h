@@ -32,6 +32,8 @@ struct Ended
     std::string shown;
     /// What it has reported of its files at the end of the job, if it came so far.
     std::optional<Told> told;
+    /// From the first counted call to the last one.
+    std::chrono::microseconds worked{0};
 };
 
 /// A place where a program works on files, with all it needs to answer its questions: a job file, a key file, lines for
@@ -48,7 +50,7 @@ public:
     Path addJob(const std::string& kind, const std::vector<std::string>& entries, const std::string& fields) const;
 
     /// Runs a program to its end, with `input` in the place of its terminal. When `killedAfter` is there, it is ended
-    /// from outside after that time, if it still runs.
+    /// from outside that time after its first counted call, if it still runs.
     Ended run(const std::vector<std::string>& command, const std::string& input, const Trapping& trapping = {},
               std::optional<std::chrono::microseconds> killedAfter = std::nullopt) const;
 
