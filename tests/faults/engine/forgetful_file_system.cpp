@@ -202,7 +202,7 @@ void ForgetfulFileSystem::flush(const std::vector<INewFile*>& files)
         static_cast<NewFile*>(file)->flush();
 }
 
-/// Its name is on the disk at once, as the real ones see to it.
+/// Its name counts as kept at once: a real file system's journal writes it no later than what is in it.
 void ForgetfulFileSystem::createFolder(const Place& place)
 {
     const std::lock_guard lock(mutex_);
