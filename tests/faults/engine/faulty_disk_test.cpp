@@ -34,7 +34,7 @@ protected:
     void failEach(bool fromThereOn, int tries)
     {
         // In a short run each job and cause begin elsewhere.
-        const long stride = isFullRun() ? 1 : 17;
+        const long stride = isFullRun() ? 1 : 31;
         for (long step = 1 + series_++ * 5 % stride;; step += stride)
         {
             if (!failAt({step, fromThereOn, std::get<1>(GetParam()).cause}, tries) || HasFailure())
