@@ -164,7 +164,8 @@ public:
     /// Returns when the device has content and present name of all these files, which this file system has made and
     /// none of which was published. For many of them: it may flush the whole volume once instead of each of them.
     virtual void flush(const std::vector<INewFile*>& files) = 0;
-    /// Makes a folder that was not there; `NameTaken` otherwise.
+    /// Makes a folder that was not there; `NameTaken` otherwise. Returns when the device has its name, where the system
+    /// lets itself be told.
     virtual void createFolder(const Place& place) = 0;
     /// Removes a file that nobody is making any more; false, and nothing done, when somebody has it.
     virtual bool removeAbandoned(const Place& place) = 0;

@@ -111,6 +111,17 @@ TEST_F(FlushOrderTest, ofAPackage)
               (Steps{"flush file", "rename", "flush folder", "remove"}));
 }
 
+TEST_F(FlushOrderTest, ofAFolderFromAPackage)
+{
+    fs::create_directory(inside / "folder");
+    put(inside / "folder" / "a", "abc");
+    pack({inside / "folder"}, DestinyDelete);
+    fs::remove_all(inside / "folder");
+    provider.give("k");
+    EXPECT_EQ(stepsOf([&] { decrypt({inside / "folder.exe"}, true); }),
+              (Steps{"flush folder", "flush file", "rename", "flush folder", "remove"}));
+}
+
 /// Behind the first one, which is worked on by itself.
 TEST_F(FlushOrderTest, ofManySmallFiles)
 {

@@ -163,6 +163,8 @@ public:
     {
         const Descriptor folder = openParent(place);
         checked(::mkdirat(folder.get(), nameOf(place).c_str(), S_IRWXU | S_IRWXG | S_IRWXO));
+        // A file in it may take the place of one that goes.
+        flushFolder(folder.get());
     }
 
     bool removeAbandoned(const Place& place) override { return removeAbandonedFile(place); }
