@@ -37,9 +37,18 @@ std::string plainValue(const std::string& value)
 struct Word
 {
     std::string text;
-    /// A field code stands in quotes beside other text.
-    bool hidesCode = false;
+    /// Some of it stood in quotes.
+    bool isQuoted = false;
 };
+
+/// Does a field code stand beside other text in it? A doubled sign is none.
+bool mixesCode(const std::string& text)
+{
+    for (std::size_t i = text.find('%'); i != std::string::npos; i = text.find('%', i + 2))
+        if (!text.substr(i).starts_with("%%"))
+            return text.size() > CodeLength;
+    return false;
+}
 
 /// Parts a command at its blanks; quotes keep blanks together, and in them a backslash keeps a character as it is.
 std::optional<std::vector<Word>> wordsOf(const std::string& command)
@@ -64,12 +73,8 @@ std::optional<std::vector<Word>> wordsOf(const std::string& command)
             words.back().text += command[++i];
         else
             words.back().text += character;
-        const bool isCode = character == '%' && command[i - 1] != '%' && command[i + 1] != '%';
-        if (isInQuotes && isCode)
-            words.back().hidesCode = true;
+        words.back().isQuoted = words.back().isQuoted || isInQuotes;
     }
-    for (Word& word : words)
-        word.hidesCode = word.hidesCode && word.text.size() > CodeLength;
     if (isInQuotes || words.empty())
         return std::nullopt;
     return words;
@@ -84,9 +89,9 @@ public:
     /// Adds the arguments that a word stands for. False for a code that nobody knows.
     bool expand(const Word& given, std::vector<std::string>& arguments)
     {
-        // The word may be a command of its own for a shell, in which the document's name would be run.
         const std::string& word = given.text;
-        if (given.hidesCode)
+        // It may be a command of its own for a shell, in which the document's name would be run.
+        if (given.isQuoted && mixesCode(word))
             return false;
         if (word == "%i")
         {

@@ -101,7 +101,8 @@ TEST(TheCommandOfAnEntry, isNotUsedWhenItCannotBeUnderstood)
 TEST(TheCommandOfAnEntry, givesNoShellANameToRun)
 {
     for (const std::string command :
-         {"sh -c \"editor '%f'\"", "sh -c \"exec editor %U\"", "sh -c 'editor '\"%f;\"", "editor \"--file=%f\""})
+         {"sh -c \"editor '%f'\"", "sh -c \"exec editor %U\"", "sh -c 'editor '\"%f;\"", "editor \"--file=%f\"",
+          "%f \"%f;\"", "sh -c \"editor %\"f", "sh -c \"editor %%%f\""})
         EXPECT_EQ(argumentsOf(command, "/a/';touch run;'"), Arguments{"nothing"}) << command;
     EXPECT_EQ(argumentsOf("editor \"at 100%%\" %f"), (Arguments{"editor", "at 100%", "/home/a letter.txt"}));
     EXPECT_EQ(argumentsOf("editor \"%f\""), (Arguments{"editor", "/home/a letter.txt"}));
