@@ -280,6 +280,19 @@ TEST_F(JobsAheadTest, aDamagedFileIsAskedAboutInItsTurn)
     EXPECT_EQ(recorder.succeeded, 6);
 }
 
+TEST_F(JobsAheadTest, aDamagedFileIsNotMetByTheResultOfALaterOne)
+{
+    auto encrypted = someEncrypted(6);
+    const fs::path sound = made(put(inside / "letter", "dear reader"));
+    const std::string bytes = content(sound);
+    encrypted.insert(encrypted.begin() + 1, put(inside / "damaged.zel", bytes.substr(0, bytes.size() - 1)));
+    encrypted.push_back(sound);
+    decrypt(encrypted);
+    EXPECT_EQ(recorder.messages, Log{L"The encrypted file is damaged or incomplete."});
+    EXPECT_EQ(recorder.succeeded, 7);
+    EXPECT_EQ(content(inside / "letter"), "dear reader");
+}
+
 TEST_F(JobsAheadTest, twoFilesOfOneNameAreNotMixedUp)
 {
     fs::create_directory(inside / "one");

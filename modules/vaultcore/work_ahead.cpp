@@ -4,6 +4,7 @@
 #include "vaultcore/parallel.h"
 
 #include <algorithm>
+#include <atomic>
 
 namespace VaultCore
 {
@@ -49,17 +50,16 @@ std::span<const JobItem> WorkAhead::batchOf(std::span<const JobItem> items) cons
     return items.first(count);
 }
 
-/// One for each file that was begun, in their order; at least one.
+/// In the order of the files; null at most for the last one, and at least one.
 WorkAhead::Works WorkAhead::make(std::span<const JobItem> batch)
 {
     Works works(batch.size());
-    std::vector<char> begun(batch.size());
+    std::atomic<bool> failed = false;
     const auto end = std::chrono::steady_clock::now() + limits_.time;
     const auto makeOne = [&](std::size_t i)
     {
-        if (std::chrono::steady_clock::now() >= end)
+        if (failed || std::chrono::steady_clock::now() >= end)
             return;
-        begun[i] = 1;
         try
         {
             works[i] = maker_.make(batch[i]);
@@ -67,12 +67,26 @@ WorkAhead::Works WorkAhead::make(std::span<const JobItem> batch)
         catch (...)
         {
             // Its turn will show what is wrong with it.
+            failed = true;
         }
     };
     inParallel(batch.size(), makeOne);
-    const auto last = std::find(begun.rbegin(), begun.rend(), 1);
-    works.resize(std::max<std::size_t>(1, static_cast<std::size_t>(begun.rend() - last)));
+    endAtFailure(works);
     return works;
+}
+
+/// What follows a file that is left to its turn has to wait for that: its result could be in the way there.
+void WorkAhead::endAtFailure(Works& works)
+{
+    const auto failure = std::find(works.begin(), works.end(), nullptr);
+    if (failure == works.end())
+        return;
+    for (auto work = failure + 1; work != works.end(); ++work)
+    {
+        if (*work && !(*work)->file)
+            maker_.takeBack(**work);
+    }
+    works.erase(failure + 1, works.end());
 }
 
 void WorkAhead::finish(Works& works)
@@ -96,7 +110,10 @@ void WorkAhead::finish(Works& works)
             work.reset();
         }
     }
+    if (!flushed)
+        return;
     check(works);
+    endAtFailure(works);
 }
 
 void WorkAhead::giveNames(Works& works)
@@ -111,6 +128,7 @@ void WorkAhead::giveNames(Works& works)
         catch (...)
         {
             work.reset();
+            return endAtFailure(works);
         }
     }
 }

@@ -56,7 +56,8 @@ struct AheadLimits
 
 /// Makes the results of small files several at a time and ahead of their turn, because most of their time goes into
 /// waiting for the device: one flush for all contents, then the names, then one flush for all names. A file that fails
-/// leaves nothing behind and is left to its turn, where it is asked about. For one thread.
+/// leaves nothing behind and is left to its turn, where it is asked about; those behind it wait for that. For one
+/// thread.
 class WorkAhead
 {
 public:
@@ -80,6 +81,7 @@ private:
     std::span<const JobItem> batchOf(std::span<const JobItem> items) const;
     Works make(std::span<const JobItem> batch);
     void finish(Works& works);
+    void endAtFailure(Works& works);
     void giveNames(Works& works);
     bool flush(const Works& works);
     void check(Works& works);
@@ -87,7 +89,7 @@ private:
     IFileSystem& files_;
     IResultMaker& maker_;
     const AheadLimits limits_;
-    /// Those of the last batch whose turn is to come, the next one last; null for a file that failed.
+    /// Those of the last batch whose turn is to come, the next one last; null for files that failed.
     Works ready_;
 };
 

@@ -114,6 +114,15 @@ public:
         return infoOf(statOf(file_.get()));
     }
 
+    /// As long as the file is in the making; a file system without locks has none to respect. Before it is held,
+    /// another job can take the file for a left-over and remove it: then the name is as good as taken.
+    void hold() const
+    {
+        const bool locked = ::flock(file_.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+        if (!locked || !hasName(folder_.get(), name_, file_.get()))
+            throwError(EEXIST);
+    }
+
     int file() const { return file_.get(); }
 
     /// Returns when the device has content and name.
@@ -229,12 +238,8 @@ std::unique_ptr<INewFile> createNewFile(const Place& place)
     Descriptor file(::openat(folder.get(), name.c_str(), flags, S_IRUSR | S_IWUSR));
     checked(file.get());
     takeLimitsAsFailures();
-    // Held as long as the file is in the making; a file system without locks has none to respect. Before it is held,
-    // another job can take the file for a left-over and remove it: then the name is as good as taken.
-    const bool locked = ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
-    if (!locked || !hasName(folder.get(), name, file.get()))
-        throwError(EEXIST);
     auto made = std::make_unique<PosixNewFile>(std::move(folder), std::move(file), name);
+    made->hold();
     return made;
 }
 

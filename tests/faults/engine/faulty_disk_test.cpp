@@ -34,7 +34,7 @@ protected:
     void failEach(bool fromThereOn, int tries)
     {
         // In a short run each job and cause begin elsewhere.
-        const long stride = isFullRun() ? 1 : 31;
+        const long stride = isFullRun() ? 1 : 61;
         for (long step = 1 + series_++ * 5 % stride;; step += stride)
         {
             if (!failAt({step, fromThereOn, std::get<1>(GetParam()).cause}, tries) || HasFailure())
@@ -46,15 +46,15 @@ private:
     /// Memory that the language cannot have outside of the work on a file ends the process in its crash filter.
     JobReport runUntilMemoryEnds(FaultyFileSystem& faulty, int tries)
     {
-        Told told;
-        job_.onTold = [&](const Told& now) { told = now; };
+        told_ = {};
+        job_.onTold = [&](const Told& now) { told_ = now; };
         try
         {
             return job_.run(faulty, tries);
         }
         catch (const std::bad_alloc&)
         {
-            return {told, 0, {}, false};
+            return {told_, 0, {}, false};
         }
     }
 
@@ -80,6 +80,8 @@ private:
 
     const Order order_ = engineOrder(std::get<0>(GetParam()));
     EngineJob job_{order_, L""};
+    /// Of the run up to now.
+    Told told_;
     static inline std::size_t runs_ = 0;
     static inline long series_ = 0;
 };

@@ -3,7 +3,6 @@
 #include "engine/forgetful_file_system.h"
 
 #include <algorithm>
-#include <cstring>
 
 // The open files of the file system in memory; for forgetful_file_system.cpp alone.
 
@@ -25,7 +24,7 @@ public:
         const std::lock_guard lock(owner_.mutex_);
         const std::size_t left = file_->content.size() - std::min(at_, file_->content.size());
         const std::size_t count = std::min(left, bytes.size());
-        std::memcpy(bytes.data(), file_->content.data() + (file_->content.size() - left), count);
+        std::copy_n(file_->content.end() - static_cast<std::ptrdiff_t>(left), count, bytes.begin());
         at_ += count;
         return count;
     }

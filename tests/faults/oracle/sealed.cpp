@@ -6,7 +6,6 @@
 #include "vaultcore/package/package_writer.h"
 
 #include <algorithm>
-#include <cstring>
 #include <span>
 
 namespace Faults
@@ -30,7 +29,7 @@ public:
     std::size_t read(std::span<std::uint8_t> bytes) override
     {
         const std::size_t count = std::min(bytes.size(), text_.size() - at_);
-        std::memcpy(bytes.data(), text_.data() + at_, count);
+        std::copy_n(text_.begin() + static_cast<std::ptrdiff_t>(at_), count, bytes.begin());
         at_ += count;
         return count;
     }
@@ -49,7 +48,7 @@ public:
     {
         const auto at = static_cast<std::size_t>(std::min<std::uint64_t>(offset, text_.size()));
         const std::size_t count = std::min(bytes.size(), text_.size() - at);
-        std::memcpy(bytes.data(), text_.data() + at, count);
+        std::copy_n(text_.begin() + static_cast<std::ptrdiff_t>(at), count, bytes.begin());
         return count;
     }
 
