@@ -8,6 +8,7 @@
 
 namespace VaultCore
 {
+
 std::unique_ptr<ResultWork> WorkAhead::take(std::span<const JobItem> items)
 {
     if (ready_.empty())
