@@ -73,7 +73,7 @@ measure_engine() {
     # What is decrypted is made once; every decryption gets it in a folder of its own.
     for set in large small; do
         JOBRUNNER_ENGINE_TIME='' build/linux-release/tests/engine_benchmark encrypt "$input/$set.encrypt" "$password"
-        find "$input/$set.encrypt" -name '*.zel' -exec mv -t "$input/$set.decrypt" {} +
+        move_encrypted "$input/$set.encrypt" "$input/$set.decrypt"
     done
     for ((round = 1; round <= rounds; ++round)); do
         order='process direct'

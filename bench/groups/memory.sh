@@ -14,7 +14,7 @@ memory_of() {
     job_encrypts "memory encrypts $1" "$at"
     timed "memory 7z encrypts $1" 7z a -mx=0 -mhe=on "-p$password" "$at.7z" "$at/."
     fresh "$1"
-    find "$source" -name '*.zel' -exec mv -t "$at" {} +
+    move_encrypted "$source" "$at"
     job_decrypts "memory decrypts $1" "$at"
     timed "memory 7z decrypts $1" 7z x "-p$password" "-o$at.out" "$source.7z"
     if [[ $1 == *-MiB ]]; then rm -r "$at" "$at.out" "$source" "$source.7z"; fi

@@ -1,4 +1,4 @@
-# Many small files in one folder against other programs and a plain copy.
+# Many small files in folders against other programs and a plain copy.
 
 measure_small() {
     local round original=$scratch/$group/original peer
@@ -27,7 +27,7 @@ small_jobs() {
     prepare "$at"
     job_encrypts 'small encrypts' "$at"
     fresh small
-    find "$source" -name '*.zel' -exec mv -t "$at" {} +
+    move_encrypted "$source" "$at"
     prepare "$at"
     job_decrypts 'small decrypts' "$at"
     same "$scratch/$group/original" "$at" --exclude='*.zel'
