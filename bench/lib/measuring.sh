@@ -24,11 +24,13 @@ timed() {
     record "$1 memory" "$(awk '{ print $1 / 1024 }' "$scratch/peak")"
 }
 
+values_of() { cat "$results"/*.tsv 2>/dev/null | awk -F '\t' -v key="$1" '$1 == key { print $2 }'; }
+median() { sort -g | awk '{ value[NR] = $1 } END { if (NR) print NR % 2 ? value[(NR + 1) / 2] : (value[NR / 2] + value[NR / 2 + 1]) / 2 }'; }
+
 # median_of KEY: nothing when there is no such figure.
-median_of() {
-    cat "$results"/*.tsv 2>/dev/null | awk -F '\t' -v key="$1" '$1 == key { print $2 }' | sort -g |
-        awk '{ value[NR] = $1 } END { if (NR) print NR % 2 ? value[(NR + 1) / 2] : (value[NR / 2] + value[NR / 2 + 1]) / 2 }'
-}
+median_of() { values_of "$1" | median; }
+# ratio_of KEY COMPARATOR: the median of the ratios of each round.
+ratio_of() { paste <(values_of "$1") <(values_of "$2") | awk 'NF == 2 { print $1 / $2 }' | median; }
 
 # text_of KEY: the figure as it was written.
 text_of() { cat "$results"/*.tsv 2>/dev/null | awk -F '\t' -v key="$1" '$1 == key && !found++ { print $2 }'; }

@@ -10,7 +10,7 @@ shown() {
 
 # row WHAT UNIT KEY [COMPARATOR KEY [GOAL]]: a goal is the largest ratio; "ahead" is one below 1.
 row() {
-    local ours theirs ratio='' met='' goal=${6:-} limit
+    local ours theirs ratio exact met='' goal=${6:-} limit
     if $quick; then goal=''; fi
     ours=$(median_of "$3")
     [ -n "$ours" ] || return 0
@@ -20,10 +20,11 @@ row() {
     fi
     theirs=$(median_of "$5")
     [ -n "$theirs" ] || return 0
-    ratio=$(awk "BEGIN { printf \"%.2f\", $ours / $theirs }")
+    exact=$(ratio_of "$3" "$5")
+    ratio=$(printf %.2f "$exact")
     if [ -n "$goal" ]; then
         limit=${goal/ahead/0.99999}
-        met=$(awk "BEGIN { print $ours / $theirs <= $limit ? \"yes\" : \"**no**\" }")
+        met=$(awk "BEGIN { print $exact <= $limit ? \"yes\" : \"**no**\" }")
         if [ "$goal" != ahead ]; then goal="at most $goal"; fi
     fi
     echo "| $1 | $(shown "$ours" "$2") | $4 | $(shown "$theirs" "$2") | $ratio | $goal | $met |"
