@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <sstream>
 #include <thread>
@@ -25,6 +26,23 @@ TEST(AProgramThatIsStarted, getsItsArgumentsAsTheyAre)
 {
     EXPECT_EQ(outputOf("/bin/sh", {"sh", "-c", "printf '%s|' \"$0\" \"$@\"", "-a b", "", "\"'\\$(x)\n", "\xFF"}),
               "-a b||\"'\\$(x)\n|\xFF|");
+}
+
+TEST(AProgramThatIsStarted, isReadToItsEndAcrossSignals)
+{
+    struct sigaction interrupting
+    {
+    };
+    struct sigaction before
+    {
+    };
+    interrupting.sa_handler = [](int) {};
+    sigaction(SIGUSR1, &interrupting, &before);
+    // Each signal finds this process in the midst of reading, where it has nothing else to do.
+    const std::string line =
+        "for i in 1 2 3; do sleep 0.02; kill -USR1 " + std::to_string(getpid()) + "; sleep 0.02; printf $i; done";
+    EXPECT_EQ(shellOutput(line), "123");
+    sigaction(SIGUSR1, &before, nullptr);
 }
 
 TEST(AProgramThatIsStarted, getsNoDescriptorOfThisProcess)
