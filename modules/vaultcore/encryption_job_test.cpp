@@ -1,6 +1,7 @@
 #include "interfaces/vaultcore/encryptor.h"
 #include "vaultcore/job_testing.h"
 
+#include <algorithm>
 #include <chrono>
 
 // What an encryption reads, writes and leaves alone.
@@ -49,6 +50,27 @@ TEST_F(EncryptionJobTest, tellsALongFileChunkByChunk)
     encrypt({put(inside / "a", std::string(size, 'x'))});
     for (const std::uint64_t done : {std::uint64_t{0}, ContentChunkForTests, 2 * ContentChunkForTests, size})
         EXPECT_EQ(countOf(report(L"progress", done, size)), 1U) << done;
+}
+
+TEST_F(EncryptionJobTest, tellsTheWritingAndTheReadingBackAsAHalfEach)
+{
+    const std::uint64_t chunk = ContentChunkForTests;
+    const std::uint64_t size = 2 * chunk + 6;
+    order.destiny = DestinyDelete;
+    std::vector<std::uint64_t> reported;
+    recorder.progressAnswer = [&](std::uint64_t done, std::uint64_t total)
+    {
+        EXPECT_EQ(total, size);
+        reported.push_back(done);
+        return 1;
+    };
+    encrypt({put(inside / "a", std::string(size, 'x'))});
+    const std::uint64_t half = size / 2;
+    EXPECT_TRUE(std::is_sorted(reported.begin(), reported.end()));
+    const auto readBack = std::upper_bound(reported.begin(), reported.end(), half);
+    EXPECT_EQ(std::vector(reported.begin(), readBack), (std::vector<std::uint64_t>{0, chunk / 2, chunk}));
+    EXPECT_EQ(std::count(readBack, reported.end(), half + chunk / 2), 1);
+    EXPECT_EQ(reported.back(), size);
 }
 
 TEST_F(EncryptionJobTest, asksTheDeviceForTheResultBeforeTheSourceGoes)
