@@ -73,11 +73,15 @@ TEST(AJournalLine, isUtf8)
 {
     EXPECT_EQ(written(L"f\u00fcr \u20ac"), "\"f\xC3\xBCr \xE2\x82\xAC\"");
     EXPECT_EQ(written(L"\U0001F511!"), "\"\xF0\x9F\x94\x91!\"");
+    EXPECT_EQ(written(L"\U00010000"), "\"\xF0\x90\x80\x80\"");
+    EXPECT_EQ(written(L"\U0010FFFF"), "\"\xF4\x8F\xBF\xBF\"");
 }
 
 TEST(AJournalLine, escapesHalfACharacter)
 {
     EXPECT_EQ(written(std::wstring(1, wchar_t{0xD83D})), R"("\ud83d")");
+    const std::wstring pair{wchar_t{0xD83D}, wchar_t{0xDD11}};
+    EXPECT_EQ(written(std::wstring_view(pair).substr(0, 1)), R"("\ud83d")");
     EXPECT_EQ(written(std::wstring{L'a', wchar_t{0xDC80}, L'b'}), R"("a\udc80b")");
 }
 

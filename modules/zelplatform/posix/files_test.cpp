@@ -2,8 +2,11 @@
 
 #include "zelplatform/scratch_folder.h"
 
+#include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <optional>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -47,6 +50,22 @@ TEST_F(PosixFiles, keepTheCommentFromOtherUsers)
     ASSERT_TRUE(replacePrivateFile(file("new/jobrunner/comment").wstring(), "x"));
     EXPECT_EQ(modeOf(file("new")), 0700U);
     EXPECT_EQ(modeOf(file("new/jobrunner/comment")), 0600U);
+}
+
+TEST_F(PosixFiles, stayAsTheyWereWhenThereIsNoRoom)
+{
+    ASSERT_TRUE(replacePrivateFile(file("comment").wstring(), "before"));
+    rlimit before = {};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit small = {4, before.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    const bool replaced = replacePrivateFile(file("comment").wstring(), "afterwards");
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(replaced);
+    EXPECT_EQ(readFile(file("comment").wstring(), 100), "before");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(file("comment").parent_path()), {}), 1);
 }
 
 TEST_F(PosixFiles, liveInTheFolderOfSettings)

@@ -106,6 +106,19 @@ TEST_F(FamilyTest, whatAnUnseenEndLeavesBehindIsAChildOfThisProcess)
     EXPECT_TRUE(isFamily(400));
 }
 
+TEST_F(FamilyTest, anEndThatIsSeenOnlyAfterTheNextListCountsAsWell)
+{
+    startOurs(200);
+    start(300, 200);
+    EXPECT_EQ(parentOf(300), 200u);
+    end(200);
+    EXPECT_EQ(parentOf(300), 200u);
+    start(400, 300);
+    endSeen(200);
+    end(300);
+    EXPECT_EQ(parentOf(400), 200u);
+}
+
 TEST_F(FamilyTest, whatASeenEndLeavesBehindIsAChildOfTheEndedOne)
 {
     startOurs(200);

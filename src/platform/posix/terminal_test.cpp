@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
@@ -18,6 +19,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <thread>
 
 using namespace Platform;
 using namespace std::chrono_literals;
@@ -62,7 +64,14 @@ public:
 
     int input() const { return input_[0]; }
     int output() const { return output_[1]; }
-    std::string shown() { return readAvailable(output_[0], 0ms); }
+    std::string shown(std::chrono::milliseconds patience = 0ms) { return readAvailable(output_[0], patience); }
+    /// Bytes that nobody has read yet.
+    int waiting() const
+    {
+        int count = 0;
+        ioctl(output_[0], FIONREAD, &count);
+        return count;
+    }
 
 private:
     std::array<int, 2> input_{};
@@ -135,6 +144,29 @@ TEST(Terminal, withoutATerminalThereIsNoStatusAndNoKey)
     terminal.drawStatus({L"50 %"});
     EXPECT_EQ(terminal.pollKey(1ms), std::nullopt);
     EXPECT_EQ(pipes.shown(), "");
+}
+
+TEST(Terminal, aTextThatIsLongerThanThePipeArrivesWholeAcrossASignal)
+{
+    struct sigaction interrupting
+    {
+    };
+    struct sigaction before
+    {
+    };
+    interrupting.sa_handler = [](int) {};
+    sigaction(SIGUSR1, &interrupting, &before);
+    PipedTerminal pipes("");
+    Terminal terminal(pipes.input(), pipes.output());
+    const std::wstring text(200000, L'x');
+    std::thread printing([&] { Terminal::Prompt(terminal).print(text); });
+    while (pipes.waiting() < 60000)
+        std::this_thread::yield();
+    pthread_kill(printing.native_handle(), SIGUSR1);
+    const std::string shown = pipes.shown(500ms);
+    printing.join();
+    EXPECT_EQ(shown.size(), text.size());
+    sigaction(SIGUSR1, &before, nullptr);
 }
 
 TEST(Terminal, aPromptInsideAPromptOfTheSameThreadGoesOn)

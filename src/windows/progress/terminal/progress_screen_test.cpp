@@ -18,6 +18,28 @@ TEST(ProgressScreen, startsWithTheTextsOfTheTemplate)
                      L"Speed: n/a                 Total Bytes: n/a", L"[c] Cancel  [p] Pause"}));
 }
 
+TEST(ProgressScreen, showsEachTextWhereItsNameStands)
+{
+    ProgressScreen screen;
+    ProgressChanges changes;
+    changes.title = L"title";
+    changes.fileText = L"file";
+    changes.totalText = L"total";
+    changes.elapsedTime = L"1";
+    changes.timeLeft = L"2";
+    changes.speed = L"3";
+    changes.elapsedBytes = L"4";
+    changes.bytesLeft = L"5";
+    changes.totalBytes = L"6";
+    screen.apply(changes);
+    screen.apply(ProgressChanges());
+    const std::wstring empty = L'[' + std::wstring(50, L' ') + L']';
+    EXPECT_EQ(screen.lines(0, false),
+              (Lines{L"title", L"file", empty, L"total", empty, L"Elapsed Time: 1            Elapsed Bytes: 4",
+                     L"Time Left: 2               Bytes Left: 5", L"Speed: 3                   Total Bytes: 6"}));
+    EXPECT_EQ(screen.summary(), L"title: file, total");
+}
+
 TEST(ProgressScreen, isHiddenAtFirst)
 {
     ProgressScreen screen;
