@@ -5,6 +5,7 @@
 #include "vaultcore/crypto_library.h"
 
 #include <new>
+#include <utility>
 
 namespace VaultCore
 {
@@ -74,13 +75,16 @@ Expression privateExpression(const RsaNumbers& numbers)
 {
     const Number modulus = numberOf(numbers.modulus);
     const Number exponent = numberOf(numbers.privateExponent.bytes());
-    const Number prime1 = numberOf(numbers.prime1.bytes());
-    const Number prime2 = numberOf(numbers.prime2.bytes());
+    Number smaller = numberOf(numbers.prime1.bytes());
+    Number larger = numberOf(numbers.prime2.bytes());
+    // With the larger prime first libgcrypt calculates wrongly now and then.
+    if (gcry_mpi_cmp(smaller.get(), larger.get()) > 0)
+        std::swap(smaller, larger);
     const Number inverse(gcry_mpi_snew(static_cast<unsigned>(numbers.prime2.size() * 8)));
-    if (gcry_mpi_cmp_ui(prime2.get(), 1) <= 0 || gcry_mpi_invm(inverse.get(), prime1.get(), prime2.get()) == 0)
+    if (gcry_mpi_cmp_ui(larger.get(), 1) <= 0 || gcry_mpi_invm(inverse.get(), smaller.get(), larger.get()) == 0)
         return nullptr;
     return build("(private-key (rsa (n %M) (e %M) (d %M) (p %M) (q %M) (u %M)))", modulus.get(),
-                 numberOf(numbers.exponent).get(), exponent.get(), prime1.get(), prime2.get(), inverse.get());
+                 numberOf(numbers.exponent).get(), exponent.get(), smaller.get(), larger.get(), inverse.get());
 }
 
 /// Is the private exponent the inverse of the public one, as seen by one of the primes?
