@@ -54,13 +54,13 @@ rows_large() {
     row "Decrypt $size" s 'large decrypts' 'cp' 'large cp' 1.5
     row "Decrypt $size" s 'large decrypts' 'cp and sync of the copy' 'large cp durable'
     for peer in age gpg 7z openssl; do
-        peer_rows "$size" large $peer
+        peer_rows "$size" large $peer ahead
     done
 }
 
-# peer_rows SIZE KEY PEER
+# peer_rows SIZE KEY PEER [GOAL]
 peer_rows() {
-    local goal=ahead note=''
+    local goal=${4:-} note=''
     case $3 in
         openssl) note=', not authenticated' goal='' ;;
         7z) note=', a checksum only' ;;
