@@ -7,18 +7,26 @@
 namespace VaultCore
 {
 
-SecretCells& SecretCells::instance()
+SecretCells& SecretCells::ofKeys()
 {
-    static SecretCells* const cells = new SecretCells;
+    static SecretCells* const cells = new SecretCells(512, 64);
     return *cells;
 }
 
-SecretCells::SecretCells() : pages_(static_cast<std::uint8_t*>(takeSecretPages(CellSize * Count)))
+SecretCells& SecretCells::ofFiles()
+{
+    // Two for each thread that makes results ahead. What a process may lock is little.
+    static SecretCells* const cells = new SecretCells(8192, 8);
+    return *cells;
+}
+
+SecretCells::SecretCells(std::size_t cellSize, std::size_t count)
+    : cellSize_(cellSize), count_(count), pages_(static_cast<std::uint8_t*>(takeSecretPages(cellSize * count)))
 {
     if (pages_ == nullptr)
         return;
-    for (std::size_t index = 0; index < Count; ++index)
-        free_.push_back(pages_ + index * CellSize);
+    for (std::size_t index = 0; index < count; ++index)
+        free_.push_back(pages_ + index * cellSize);
 }
 
 std::uint8_t* SecretCells::take()
@@ -34,7 +42,7 @@ std::uint8_t* SecretCells::take()
 bool SecretCells::give(std::uint8_t* cell)
 {
     const std::less<> before;
-    if (pages_ == nullptr || before(cell, pages_) || !before(cell, pages_ + CellSize * Count))
+    if (pages_ == nullptr || before(cell, pages_) || !before(cell, pages_ + cellSize_ * count_))
         return false;
     const std::lock_guard lock(mutex_);
     // There is room for all of them since the start, so nothing is thrown.

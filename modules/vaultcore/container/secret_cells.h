@@ -8,25 +8,29 @@
 namespace VaultCore
 {
 
-/// Room for small secrets on pages that were locked once, because locking costs more than most work on a secret. Safe
-/// on any thread.
+/// Room for secrets up to a size, on pages that were locked once, because locking costs more than most work on a
+/// secret. Safe on any thread.
 class SecretCells
 {
 public:
-    static constexpr std::size_t CellSize = 512;
-    static constexpr std::size_t Count = 64;
+    /// For keys, and for the content of small files. They are never destroyed, so that secrets may end as late as they
+    /// like.
+    static SecretCells& ofKeys();
+    static SecretCells& ofFiles();
 
-    /// The one of the process. It is never destroyed, so that secrets may end as late as they like.
-    static SecretCells& instance();
+    std::size_t cellSize() const { return cellSize_; }
+    std::size_t count() const { return count_; }
 
     /// A cell of zeros, or null when all are in use or there is no memory.
     std::uint8_t* take();
-    /// False for memory that is no cell. The caller has wiped it.
+    /// False for memory that is no cell of these. The caller has wiped it.
     bool give(std::uint8_t* cell);
 
 private:
-    SecretCells();
+    SecretCells(std::size_t cellSize, std::size_t count);
 
+    const std::size_t cellSize_;
+    const std::size_t count_;
     std::mutex mutex_;
     std::uint8_t* pages_ = nullptr;
     std::vector<std::uint8_t*> free_;

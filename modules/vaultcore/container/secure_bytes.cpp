@@ -13,6 +13,18 @@ namespace VaultCore
 namespace
 {
 
+/// Null when none has a place left for so much.
+std::uint8_t* takeCell(std::size_t size)
+{
+    for (SecretCells* cells : {&SecretCells::ofKeys(), &SecretCells::ofFiles()})
+    {
+        std::uint8_t* const cell = size <= cells->cellSize() ? cells->take() : nullptr;
+        if (cell != nullptr)
+            return cell;
+    }
+    return nullptr;
+}
+
 // The compiler cannot know what the pointer points to, so it has to make the call.
 void* (*const volatile overwrite)(void*, int, std::size_t) = std::memset;
 
@@ -38,8 +50,7 @@ SecureBytes::SecureBytes(std::size_t size)
 {
     if (size == 0)
         return;
-    if (size <= SecretCells::CellSize)
-        data_ = SecretCells::instance().take();
+    data_ = takeCell(size);
     if (data_ == nullptr)
         data_ = static_cast<std::uint8_t*>(takeSecretPages(size));
     if (data_ == nullptr)
@@ -71,7 +82,7 @@ SecureBytes::~SecureBytes()
     if (data_ == nullptr)
         return;
     wipe(bytes());
-    if (!SecretCells::instance().give(data_))
+    if (!SecretCells::ofKeys().give(data_) && !SecretCells::ofFiles().give(data_))
         giveSecretPages(data_, size_);
 }
 

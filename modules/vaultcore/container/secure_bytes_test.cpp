@@ -26,22 +26,35 @@ TEST(SecureBytes, startAsZeros)
 
 TEST(SecureBytes, ofAnySizeAndNumberAreThere)
 {
-    std::vector<SecureBytes> many;
-    for (std::size_t index = 0; index < 2 * SecretCells::Count; ++index)
-        many.emplace_back(Plain(SecretCells::CellSize, static_cast<std::uint8_t>(index)));
-    for (std::size_t index = 0; index < many.size(); ++index)
-        EXPECT_EQ(plainOf(many[index]), Plain(SecretCells::CellSize, static_cast<std::uint8_t>(index)));
+    for (const SecretCells* cells : {&SecretCells::ofKeys(), &SecretCells::ofFiles()})
+    {
+        const std::size_t size = cells->cellSize();
+        std::vector<SecureBytes> many;
+        for (std::size_t index = 0; index < 2 * cells->count(); ++index)
+            many.emplace_back(Plain(size, static_cast<std::uint8_t>(index)));
+        for (std::size_t index = 0; index < many.size(); ++index)
+            EXPECT_EQ(plainOf(many[index]), Plain(size, static_cast<std::uint8_t>(index)));
+    }
     EXPECT_EQ(plainOf(SecureBytes(Plain(100000, 5))), Plain(100000, 5));
 }
 
 TEST(SecureBytes, areWipedBeforeTheirMemoryIsUsedAgain)
 {
-    for (int round = 0; round < 3; ++round)
+    for (const std::size_t size : {std::size_t{40}, std::size_t{5000}})
     {
-        SecureBytes secret(std::size_t{40});
-        EXPECT_EQ(plainOf(secret), Plain(40));
-        std::fill(secret.bytes().begin(), secret.bytes().end(), std::uint8_t{0xAA});
+        for (int round = 0; round < 3; ++round)
+        {
+            SecureBytes secret(size);
+            EXPECT_EQ(plainOf(secret), Plain(size));
+            std::fill(secret.bytes().begin(), secret.bytes().end(), std::uint8_t{0xAA});
+        }
     }
+}
+
+TEST(SecureBytes, ofASmallFileUseTheirMemoryAgain)
+{
+    const std::uint8_t* const first = SecureBytes(std::size_t{4097}).bytes().data();
+    EXPECT_EQ(SecureBytes(std::size_t{4097}).bytes().data(), first);
 }
 
 TEST(SecureBytes, areTakenAndGivenBackOnManyThreads)
