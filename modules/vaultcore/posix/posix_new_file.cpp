@@ -54,7 +54,7 @@ public:
 
     ~PosixNewFile() override
     {
-        if (!published_)
+        if (!stays_)
             discard();
     }
 
@@ -101,7 +101,7 @@ public:
         checked(::fsync(file_.get()));
         giveName(name);
         flushFolder(folder_.get());
-        published_ = true;
+        stays_ = true;
         const FileInfo info = infoOf(statOf(file_.get()));
         file_ = Descriptor();
         return info;
@@ -110,15 +110,17 @@ public:
     FileInfo rename(const NativeText& name) override
     {
         giveName(name);
-        published_ = true;
+        stays_ = true;
         return infoOf(statOf(file_.get()));
     }
 
     /// As long as the file is in the making; a file system without locks has none to respect. Before it is held,
     /// another job can take the file for a left-over and remove it: then the name is as good as taken.
-    void hold() const
+    void hold()
     {
         const bool locked = ::flock(file_.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+        // The other job is about to remove it by its name, which until then must not become that of a newer file.
+        stays_ = !locked;
         if (!locked || !hasName(folder_.get(), name_, file_.get()))
             throwError(EEXIST);
     }
@@ -189,7 +191,8 @@ private:
     NativeText name_;
     off_t written_ = 0;
     off_t handedOver_ = 0;
-    bool published_ = false;
+    /// When this ends.
+    bool stays_ = false;
 };
 
 /// Is the flush of a whole volume known to reach the device there? Elsewhere it may end in another program's memory.
