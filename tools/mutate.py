@@ -4,8 +4,7 @@
     tools/mutate.py [--count 100] [--seed 1]    prints a line for each change; those that survive are to be looked at
 
 It works on a copy of the last commit below build/mutations, with the tests of the changed folder, and with the whole
-jobs when those say nothing. The same seed chooses the same changes as long as the sources are the same. A hundred take
-three quarters of an hour on two cores.
+jobs when those say nothing. The same seed chooses the same changes as long as the sources are the same.
 """
 
 import argparse

@@ -47,7 +47,7 @@ fresh() {
 }
 
 make_large() { head -c "${megabytes}M" /dev/urandom >"$1"; }
-# make_small FOLDER COUNT: files of 4 KiB, a hundred in a folder; in one with thousands Wine takes 20 ms to find a name.
+# make_small FOLDER COUNT: files of 4 KiB, a hundred in a folder; in one with thousands Wine takes 20 ms for a file.
 make_small() {
     local from most
     for ((from = 0; from < $2; from += 100)); do

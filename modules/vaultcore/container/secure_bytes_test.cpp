@@ -3,6 +3,7 @@
 #include "vaultcore/container/secret_cells.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <thread>
 #include <vector>
@@ -51,10 +52,17 @@ TEST(SecureBytes, areWipedBeforeTheirMemoryIsUsedAgain)
     }
 }
 
-TEST(SecureBytes, ofASmallFileUseTheirMemoryAgain)
+TEST(SecureBytes, ofASmallFileAreInACell)
 {
-    const std::uint8_t* const first = SecureBytes(std::size_t{4097}).bytes().data();
-    EXPECT_EQ(SecureBytes(std::size_t{4097}).bytes().data(), first);
+    const auto isCell = [](std::size_t size)
+    {
+        const SecureBytes secret(size);
+        const auto* const first = SecureBytes(SecretCells::ofFiles().cellSize()).bytes().data();
+        const auto distance = std::abs(secret.bytes().data() - first);
+        return static_cast<std::size_t>(distance) < SecretCells::ofFiles().cellSize() * SecretCells::ofFiles().count();
+    };
+    EXPECT_TRUE(isCell(4097));
+    EXPECT_FALSE(isCell(1 << 20));
 }
 
 TEST(SecureBytes, areTakenAndGivenBackOnManyThreads)

@@ -3,9 +3,11 @@
 #include "vaultcore/posix/posix_files.h"
 
 #include <atomic>
+#include <chrono>
 #include <csignal>
 #include <fcntl.h>
 #include <grp.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -103,6 +105,45 @@ TEST_F(PosixRemovalTest, aTemporaryFileThatWasMadeIsThere)
     ends = true;
     remover.join();
     EXPECT_GT(made, 0);
+}
+
+/// Whoever has locked it first is about to remove it by its name, and would then remove a newer file of that name.
+TEST_F(PosixRemovalTest, aTemporaryFileThatAnotherJobHoldsIsLeftToThatJob)
+{
+    const fs::path path = inside / ".~a.abcdefgh.zel-part";
+    std::atomic<bool> ends = false;
+    std::atomic<int> round = 0;
+    std::thread holder(
+        [&]
+        {
+            while (!ends)
+            {
+                const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+                if (file.get() < 0 || ::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
+                    continue;
+                for (const int now = round; round == now && !ends;)
+                    std::this_thread::yield();
+            }
+        });
+    int refused = 0;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (refused < 3 && std::chrono::steady_clock::now() < end)
+    {
+        try
+        {
+            createNewFile(placeOf(path));
+        }
+        catch (const FileFailure&)
+        {
+            EXPECT_TRUE(fs::exists(path));
+            ++refused;
+        }
+        fs::remove(path);
+        ++round; // the other one lets go
+    }
+    ends = true;
+    holder.join();
+    EXPECT_EQ(refused, 3);
 }
 
 TEST_F(PosixRemovalTest, aLimitOnTheSizeOfFilesIsAFailureAndNotTheEnd)
